@@ -1,0 +1,36 @@
+/* A page of the gallery: a family of windows under the skin. */
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "mouse.h"
+#include "stage.h"
+
+namespace gallery {
+
+struct Page {
+    const char* name;   // for the command line and the picture's file name
+    const char* title;  // for the menu
+    /* Makes the page's windows and shows them. */
+    void (*open)(Stage& stage);
+    /* Puts the mouse where a picture of the page wants it; null if it wants none. Not called for a user,
+       who has a mouse of their own. */
+    void (*pose)(const Stage& stage, Mouse& mouse);
+};
+
+/* All pages, in the order of the menu. */
+std::span<const Page> all_pages();
+/* The page of that name, or null. */
+const Page* find_page(std::string_view name);
+
+void open_frame(Stage& stage);
+void open_frame_hot(Stage& stage);
+void pose_frame_hot(const Stage& stage, Mouse& mouse);
+void open_frame_maximised(Stage& stage);
+void open_dialogs(Stage& stage);
+void open_buttons(Stage& stage);
+void pose_buttons_hot(const Stage& stage, Mouse& mouse);
+void pose_buttons_pressed(const Stage& stage, Mouse& mouse);
+
+}  // namespace gallery

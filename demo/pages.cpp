@@ -1,0 +1,28 @@
+#include "page.h"
+
+#include <algorithm>
+
+namespace gallery {
+
+namespace {
+
+constexpr Page pages[] = {
+    {"frame", "Frames", open_frame, nullptr},
+    {"frame-hot", "Frame (point at its close button)", open_frame_hot, pose_frame_hot},
+    {"frame-max", "Frame, maximised", open_frame_maximised, nullptr},
+    {"dialogs", "Dialogs", open_dialogs, nullptr},
+    {"buttons", "Buttons", open_buttons, nullptr},
+    {"buttons-hot", "Buttons (point at one)", open_buttons, pose_buttons_hot},
+    {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
+};
+
+}  // namespace
+
+std::span<const Page> all_pages() { return pages; }
+
+const Page* find_page(std::string_view name) {
+    const auto found = std::ranges::find_if(pages, [&](const Page& page) { return page.name == name; });
+    return found == std::end(pages) ? nullptr : found;
+}
+
+}  // namespace gallery

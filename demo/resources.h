@@ -1,0 +1,5 @@
+/* Numbers of the program's resources, shared by gallery.rc and the code. */
+#pragma once
+
+/* Not one of 1 to 16: the loader would apply such a manifest to the whole process by itself. */
+#define RESOURCE_CONTROLS_6_MANIFEST 101

@@ -1,0 +1,34 @@
+/* Controls without a background of their own, and the parent that shows behind them. */
+#pragma once
+
+#include "tavixskin/framework/gdi.h"
+
+namespace tavix {
+
+/* What is sampled when the pixels beside a control can't be read. */
+enum class SecondTry { None, ParentOrigin };
+
+/* The window's rectangle in the client co-ordinates of another window. */
+CRect WindowRectIn(HWND window, HWND other);
+
+/*
+ * The colour that the parent shows beside a control: one pixel left of its top row, or, for a
+ * control at the parent's left edge, one pixel right of its right edge. If that pixel can't be
+ * read, the parent's pixel (0, 0) if so asked. CLR_INVALID if nothing could be read.
+ */
+COLORREF ColourBesideControl(HWND control, HWND parent, SecondTry secondTry);
+
+/*
+ * Fills the control's client rectangle with the colour beside it, if the parent has
+ * WS_CLIPCHILDREN: such a parent doesn't paint below its children. Below any other parent the
+ * picture is there already and stays.
+ */
+void SampleParentBackground(HWND control, CDC& dc, SecondTry secondTry);
+
+/* Has the parent repaint, at once, what lies below the window. Without a parent nothing happens. */
+void RepaintUnderParent(HWND window);
+
+/* The same for a part of the window, in its client co-ordinates. */
+void RepaintUnderParent(HWND window, const RECT& part);
+
+}  // namespace tavix

@@ -1,0 +1,28 @@
+/* Regions from the pixels of a bitmap. */
+#pragma once
+
+#include "tavixskin/framework/gdi.h"
+
+namespace tavix {
+
+/*
+ * Adds the pixels that differ from the key to the region; a region without a handle starts
+ * empty. `extent`, if given, bounds the columns and rows that are looked at. Always 1.
+ */
+int RegionFromBitmapOpaque(CRgn* region, CBitmap* bitmap, COLORREF key, const SIZE* extent = nullptr);
+
+/*
+ * Makes the region the pixels that equal the key; a former handle is deleted. A null bitmap
+ * gives the empty region. Always 1.
+ */
+int RegionFromBitmapKey(CRgn* region, CBitmap* bitmap, COLORREF key, const SIZE* extent = nullptr);
+
+struct PixelImage;
+
+/*
+ * The region of an image's pixels, within `size` from its top left, that equal the key, or that
+ * differ from it. Null if there are none or no memory; the caller owns the result.
+ */
+HRGN RegionOfPixels(const PixelImage& image, const SIZE& size, COLORREF key, bool equal);
+
+}  // namespace tavix

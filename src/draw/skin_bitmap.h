@@ -1,0 +1,56 @@
+/* CSkinBitmap: a bitmap of the skin, with what drawing derives from its pixels kept beside it. */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "tavixskin/framework/gdi.h"
+
+namespace tavix {
+
+/* Pixels as COLORREF values, rows from the top. */
+struct PixelImage {
+    int width = 0;
+    int height = 0;
+    std::vector<COLORREF> pixels;
+};
+
+/* Reads a bitmap's pixels at once; empty without a handle or memory. */
+PixelImage ReadPixels(HBITMAP bitmap);
+
+/*
+ * The loader makes its bitmaps of this class. What is derived from the pixels is made at the
+ * first use, and dies with the handle.
+ */
+class CSkinBitmap : public CBitmap {
+    DECLARE_DYNAMIC(CSkinBitmap)
+public:
+    CSkinBitmap();
+    ~CSkinBitmap() override;
+    bool DeleteObject() override;
+
+    /* Width and height without asking the platform each time. */
+    CSize Size();
+    const PixelImage& Pixels();
+    /* The region of the pixels that equal the key, owned by the bitmap; null if there are none. */
+    HRGN KeyRegion(COLORREF key);
+    /*
+     * A copy for AlphaBlend, premultiplied: the key transparent, all other pixels opaque.
+     * Owned by the bitmap; null if it can't be made.
+     */
+    HBITMAP KeyedCopy(COLORREF key);
+
+private:
+    struct Derived;
+    Derived& Derive();
+    std::unique_ptr<Derived> m_derived;
+};
+
+/* The same object if it is a skin bitmap, else null. */
+CSkinBitmap* AsSkinBitmap(CBitmap* bitmap);
+
+/* Width and height of any bitmap; 0 by 0 for null or without a handle. */
+CSize BitmapSize(CBitmap* bitmap);
+
+}  // namespace tavix

@@ -1,0 +1,99 @@
+/* Which window gets which skin: the one place that knows every skin class. */
+#include <new>
+
+#include "controls/button_skin.h"
+#include "engine/quiet_skins.h"
+#include "engine/window_class.h"
+#include "frames/dialog_skin.h"
+#include "frames/frame_skin.h"
+#include "tavixskin/framework/module_state.h"
+#include "tavixskin/tavix_skin.h"
+
+namespace {
+
+template <class Skin>
+void AttachSkin(HWND window) {
+    if (Skin* skin = new (std::nothrow) Skin) skin->Attach(window);
+}
+
+// Makes the new non-client sizes take effect at once.
+void RefreshFrame(HWND window) {
+    ::SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED);
+}
+
+void AttachRefreshedFrame(HWND window) {
+    AttachSkin<CSkinFrame>(window);
+    RefreshFrame(window);
+}
+
+DWORD StyleOf(HWND window) { return static_cast<DWORD>(::GetWindowLongA(window, GWL_STYLE)); }
+
+// The framework's frames and views share one class; what has any part of a caption is a frame.
+void AttachFrameOrView(HWND window) {
+    constexpr DWORD kFrameStyles = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+    if (StyleOf(window) & kFrameStyles) AttachRefreshedFrame(window);
+}
+
+void AttachButton(HWND window) {
+    if ((StyleOf(window) & 0xF) != BS_GROUPBOX) AttachSkin<CSkinButton>(window);
+}
+
+struct ClassRow {
+    const char* className;
+    void (*attach)(HWND window);
+};
+
+// In this order; the first match wins. Names are compared whatever their case.
+constexpr ClassRow kClassTable[] = {
+    {"#32770", AttachSkin<CSkinDialog>},
+    {"Tavix_PaneA", AttachSkin<CSkinFrame>},
+    {"Tavix_PaneB", AttachSkin<CSkinFrame>},
+    {"Tavix_PaneC", AttachSkin<CSkinFrame>},
+    {"Tavix_PaneD", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneE", AttachRefreshedFrame},
+    {"Tavix_PaneF", AttachRefreshedFrame},
+    {"Tavix_PaneG", AttachRefreshedFrame},
+    {"Tavix_PaneH", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneI", AttachSkin<CSkinFrame>},
+    {"Tavix_PaneJ", AttachSkin<CSkinFrame>},
+    {"Tavix_PaneK", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneL", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneM", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
+    {"AfxFrameOrView42", AttachFrameOrView},
+    {"Button", AttachButton},
+    {"msctls_updown32", AttachSkin<CSkinClientWnd>},
+    {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},
+    {"MDIClient", AttachSkin<CSkinMDIClient>},
+};
+
+bool HasSkin(HWND window) {
+    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
+    return engine && engine->GetSkinWndList()->Lookup(window);
+}
+
+}  // namespace
+
+int CTavixSkin::AddControl(HWND window, char* hint) try {
+    AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
+    if (!GetCurrentThreadSkin()) return 1;
+    if (HasSkin(window)) return 0;
+    const tavix::WindowClassName className(window);
+    if (hint) {
+        // A dialog that was created before the thread was skinned may still be met here.
+        const bool isDialogHint =
+            _mbsicmp(reinterpret_cast<unsigned char*>(hint), reinterpret_cast<const unsigned char*>("Dialog")) == 0;
+        if (isDialogHint && className.Is("#32770")) AttachSkin<CSkinDialog>(window);
+        return 1;
+    }
+    for (const ClassRow& row : kClassTable) {
+        if (!className.Is(row.className)) continue;
+        row.attach(window);
+        break;
+    }
+    return 1;
+} catch (...) {
+    return 1;
+}
+
+int CTavixSkin::AddControl_1(HWND window, char*) { return HasSkin(window) ? 0 : 1; }

@@ -1,0 +1,62 @@
+#include "engine/skin_wnd_base.h"
+
+#include "engine/skin_wnd_proc.h"
+#include "tavixskin/framework/module_state.h"
+#include "tavixskin/tavix_skin.h"
+
+IMPLEMENT_DYNAMIC(CSkinWndBaseClass, CObject)
+
+int CSkinWndBaseClass::RepaintSkin() {
+    ::InvalidateRect(m_hWnd, nullptr, FALSE);
+    ::SendMessageA(m_hWnd, WM_NCPAINT, 0, 0);
+    return 1;
+}
+
+LRESULT CSkinWndBaseClass::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (m_pNextSkin) return m_pNextSkin->WindowProc(message, wParam, lParam);
+    return ::CallWindowProcA(m_pfnPrevWndProc, m_hWnd, message, wParam, lParam);
+}
+
+LRESULT CSkinWndBaseClass::Default(UINT message, WPARAM, LPARAM) {
+    if (message == WM_SYSCOLORCHANGE) return 0;
+    // Not the arguments: a skin may have changed them, and hosts rely on hearing what was sent.
+    const MSG inFlight = AfxGetThreadState()->m_lastSentMsg;
+    return ::CallWindowProcA(m_pfnPrevWndProc, m_hWnd, inFlight.message, inFlight.wParam, inFlight.lParam);
+}
+
+BOOL CSkinWndBaseClass::Attach(HWND window) {
+    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
+    if (!engine) return TRUE;
+    CSubclassWndMap* map = engine->GetSkinWndList();
+    m_hWnd = window;
+    if (CSkinWndBaseClass* head = map->Lookup(window)) {
+        m_pNextSkin = head;
+        m_pfnPrevWndProc = head->m_pfnPrevWndProc;
+    } else {
+        m_pfnPrevWndProc = reinterpret_cast<WNDPROC>(
+            ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&SkinWndProc)));
+    }
+    map->Add(window, this);
+    return TRUE;
+}
+
+BOOL CSkinWndBaseClass::Detach(HWND window) {
+    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
+    if (!engine) return TRUE;
+    CSubclassWndMap* map = engine->GetSkinWndList();
+    CSkinWndBaseClass* head = map->Lookup(window);
+    if (head == this) {
+        map->Remove(this);
+        if (m_pNextSkin)
+            map->Add(window, m_pNextSkin);
+        else
+            ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_pfnPrevWndProc));
+        return TRUE;
+    }
+    for (CSkinWndBaseClass* skin = head; skin; skin = skin->m_pNextSkin) {
+        if (skin->m_pNextSkin != this) continue;
+        skin->m_pNextSkin = m_pNextSkin;
+        break;
+    }
+    return TRUE;
+}

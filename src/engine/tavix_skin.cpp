@@ -1,0 +1,115 @@
+#include "tavixskin/tavix_skin.h"
+
+#include <shlwapi.h>
+
+#include "engine/skin_wnd_base.h"
+#include "engine/skin_wnd_proc.h"
+#include "engine/window_hook.h"
+
+IMPLEMENT_DYNAMIC(CTavixSkin, CObject)
+
+CMapWordToPtr CTavixSkin::m_lstHookedThread(10);
+CMapWordToPtr CTavixSkin::m_lstThreadSkinData(10);
+
+namespace {
+
+// The sink of the engine's trace texts. It produces nothing.
+void Trace(const char*) {}
+
+// A window that outlives the engine keeps the shared procedure, so its code has to stay.
+void KeepLibraryLoaded() {
+    HMODULE module = nullptr;
+    ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                         reinterpret_cast<const char*>(&SkinWndProc), &module);
+}
+
+}  // namespace
+
+CTavixSkin::CTavixSkin() : m_hHook(nullptr), m_hMutex(nullptr) {}
+
+CTavixSkin::~CTavixSkin() {
+    if (m_hMutex) ::CloseHandle(m_hMutex);
+    if (!m_lstSkinWnd.IsEmpty()) KeepLibraryLoaded();
+    for (POSITION at = m_lstSkinWnd.GetStartPosition(); at;) {
+        void* window = nullptr;
+        void* head = nullptr;
+        m_lstSkinWnd.GetNextAssoc(at, window, head);
+        tavix::ReleaseOrphan(static_cast<CSkinWndBaseClass*>(head), static_cast<HWND>(window));
+    }
+}
+
+int CTavixSkin::InstallSkin() {
+    m_hHook = ::SetWindowsHookExA(WH_CALLWNDPROC, &SkinHookProc, nullptr, ::GetCurrentThreadId());
+    if (!m_hHook) {
+        Trace("Fail to hook the thread");
+        return 0;
+    }
+    Trace("Successfully hook thread");
+    const WORD thread = static_cast<WORD>(::GetCurrentThreadId());
+    m_lstHookedThread.SetAt(thread, m_hHook);
+    m_lstThreadSkinData.SetAt(thread, this);
+    return 1;
+}
+
+void CTavixSkin::UnInstallSkin() {
+    ::UnhookWindowsHookEx(m_hHook);
+    const WORD thread = static_cast<WORD>(::GetCurrentThreadId());
+    m_lstHookedThread.RemoveKey(thread);
+    m_lstThreadSkinData.RemoveKey(thread);
+    Trace("Successfully Unhook thread");
+    delete this;
+}
+
+int CTavixSkin::LoadSkin(CString path) {
+    if (!::PathFileExistsA(path)) return 0;
+    m_SkinFace.LoadSkin(path);
+    return 1;
+}
+
+int CTavixSkin::UnLoadSkin() {
+    m_SkinFace.UnLoadSkin();
+    return 1;
+}
+
+int CTavixSkin::RegisterSkinWnd(HWND window) {
+    CTavixSkin* engine = GetCurrentThreadSkin();
+    if (!engine) return 1;
+    CArray<HWND, HWND*>& list = engine->m_lstRegistedSkinWnd;
+    for (int i = 0; i < list.GetSize(); ++i)
+        if (list[i] == window) return 1;
+    list.Add(&window);
+    return 1;
+}
+
+int CTavixSkin::UnRegisterSkinWnd(HWND window) {
+    CTavixSkin* engine = GetCurrentThreadSkin();
+    if (!engine) return 1;
+    CArray<HWND, HWND*>& list = engine->m_lstRegistedSkinWnd;
+    for (int i = 0; i < list.GetSize(); ++i) {
+        if (list[i] != window) continue;
+        list.RemoveAt(i);
+        return 1;
+    }
+    return 1;
+}
+
+int CTavixSkin::IsSkinnedThread(DWORD threadId) {
+    void* engine = nullptr;
+    m_lstThreadSkinData.Lookup(static_cast<WORD>(threadId), engine);
+    return engine != nullptr;
+}
+
+DWORD CTavixSkin::GetGloalTavixSkinColor(DWORD id) {
+    CTavixSkin* engine = GetCurrentThreadSkin();
+    return engine ? engine->GetTavixSkinColor(id) : 0;
+}
+
+CBitmap* CTavixSkin::GetGloalTavixSkinBmp(DWORD id) {
+    CTavixSkin* engine = GetCurrentThreadSkin();
+    return engine ? engine->GetTavixSkinBmp(id) : nullptr;
+}
+
+DWORD CTavixSkin::GetGloalTavixSkinSize(DWORD id) {
+    CTavixSkin* engine = GetCurrentThreadSkin();
+    return engine ? engine->GetTavixSkinSize(id) : 0;
+}

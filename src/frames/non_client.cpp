@@ -1,0 +1,102 @@
+#include "frames/non_client.h"
+
+#include <algorithm>
+
+#include "draw/bitmap_region.h"
+#include "draw/gradient.h"
+#include "draw/skin_bitmap.h"
+#include "engine/skin_values.h"
+
+namespace tavix {
+
+namespace {
+
+CSize WindowSize(HWND window) {
+    CRect rect;
+    ::GetWindowRect(window, &rect);
+    return rect.Size();
+}
+
+void CutCorner(CRgn& region, CSize window, CBitmap* corner, int left) {
+    if (!corner) return;
+    CRgn shape;
+    RegionFromBitmapKey(&shape, corner, kCornerKey, &window);
+    shape.OffsetRgn(left, 0);
+    region.CombineRgn(region, shape, RGN_DIFF);
+}
+
+}  // namespace
+
+void CutCorners(CRgn& region, CSize window, CBitmap* left, CBitmap* right, int rightOffset) {
+    CutCorner(region, window, left, 0);
+    CutCorner(region, window, right, rightOffset);
+}
+
+void SetCornerRegion(HWND window, CBitmap* left, CBitmap* right, int rightOffset) {
+    const CSize size = WindowSize(window);
+    CRgn region;
+    region.CreateRectRgn(0, 0, size.cx, size.cy);
+    CutCorners(region, size, left, right, rightOffset);
+    if (::SetWindowRgn(window, region, TRUE)) region.Detach();
+}
+
+void PaintGradient(CDC& dc, const RECT& rect, COLORREF first, COLORREF second, bool horizontal) {
+    if (!::RectVisible(dc, &rect)) return;
+    DrawGradient(&dc, rect, first, second, horizontal ? 1 : 0, 0);
+}
+
+void PaintBorderLines(CDC& dc, CSize window, int top) {
+    const int w = window.cx;
+    const int h = window.cy;
+    const auto column = [&](int x, DWORD from, DWORD to) {
+        PaintGradient(dc, CRect(x, top, x + 1, h), SkinColour(from), SkinColour(to));
+    };
+    column(0, CLR_FRAME_OUTER_FROM, CLR_FRAME_OUTER_TO);
+    column(1, CLR_FRAME_INNER_FROM, CLR_FRAME_INNER_TO);
+    column(w - 1, CLR_FRAME_OUTER_FROM, CLR_FRAME_OUTER_TO);
+    column(w - 2, CLR_FRAME_INNER_FROM, CLR_FRAME_INNER_TO);
+
+    const auto row = [&](int inset, int y, DWORD from, DWORD to) {
+        PaintGradient(dc, CRect(inset, y, w - inset, y + 1), SkinColour(from), SkinColour(to), true);
+    };
+    row(2, h - 3, CLR_FRAME_BOTTOM1_FROM, CLR_FRAME_BOTTOM1_TO);
+    row(1, h - 2, CLR_FRAME_BOTTOM2_FROM, CLR_FRAME_BOTTOM2_TO);
+    row(0, h - 1, CLR_FRAME_BOTTOM3_FROM, CLR_FRAME_BOTTOM3_TO);
+}
+
+void CreateTitleFont(CFont& font) {
+    // The structure's size before padded borders were added to it; every system takes it.
+    NONCLIENTMETRICSA metrics{};
+    metrics.cbSize = 340;
+    static_assert(offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth) == 340);
+    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return;
+    metrics.lfMenuFont.lfWeight = FW_SEMIBOLD;
+    font.CreateFontIndirect(metrics.lfMenuFont);
+}
+
+CSize SmallIconSize() { return {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)}; }
+
+NonClientArea::NonClientArea(HWND window, CBitmap* left, CBitmap* right)
+    : m_dc(window), m_size(WindowSize(window)) {
+    CRect windowRect;
+    ::GetWindowRect(window, &windowRect);
+    ::GetClientRect(window, &m_client);
+    POINT origin{0, 0};
+    ::ClientToScreen(window, &origin);
+    m_client.OffsetRect(origin.x - windowRect.left, origin.y - windowRect.top);
+
+    CRgn clip;
+    CRgn client;
+    clip.CreateRectRgn(0, 0, m_size.cx, m_size.cy);
+    client.CreateRectRgn(m_client);
+    clip.CombineRgn(clip, client, RGN_DIFF);
+    CutCorners(clip, m_size, left, right, m_size.cx - BitmapSize(right).cx);
+    ::SelectClipRgn(m_dc, clip);
+
+    m_client.left = std::clamp<LONG>(m_client.left, 0, m_size.cx);
+    m_client.right = std::clamp<LONG>(m_client.right, m_client.left, m_size.cx);
+    m_client.top = std::clamp<LONG>(m_client.top, 0, m_size.cy);
+    m_client.bottom = std::clamp<LONG>(m_client.bottom, m_client.top, m_size.cy);
+}
+
+}  // namespace tavix
