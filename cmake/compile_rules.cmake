@@ -5,7 +5,7 @@ target_compile_options(tavix_rules INTERFACE -Wall -Wextra -Werror)
 target_compile_definitions(tavix_rules INTERFACE
   WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601 WINVER=0x0601 _WIN32_IE=0x0700)
 # The language's runtime goes into every binary: nothing but the system's DLLs is imported.
-target_link_options(tavix_rules INTERFACE -static -static-libgcc -static-libstdc++)
+target_link_options(tavix_rules INTERFACE -static -static-libgcc -static-libstdc++ $<$<CONFIG:Release>:-s>)
 
 # The test builds trap on undefined behaviour, broken library preconditions and smashed stacks.
 add_library(tavix_checks INTERFACE)

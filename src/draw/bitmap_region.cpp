@@ -4,64 +4,77 @@
 #include <exception>
 #include <vector>
 
-#include "draw/skin_bitmap.h"
+#include "draw/bitmap_rows.h"
+#include "draw/keyed_pixels.h"
 
 namespace tavix {
 namespace {
 
-// Some systems refuse a region of many thousands of rectangles at once.
-constexpr std::size_t kRectanglesAtOnce = 2000;
-
-/* Collects rectangles into a region, a block at a time. */
+/*
+ * Collects rectangles into a region. The platform adds those of one block to each other one by
+ * one, at a cost that grows with their square, and older systems refuse large blocks. So blocks
+ * are small, and blocks of a size are combined in pairs.
+ */
 class RegionBuilder {
 public:
-    RegionBuilder() : m_block(sizeof(RGNDATAHEADER) + kRectanglesAtOnce * sizeof(RECT)) {}
-    ~RegionBuilder() {
-        if (m_region) ::DeleteObject(m_region);
-    }
+    RegionBuilder() = default;
     RegionBuilder(const RegionBuilder&) = delete;
     RegionBuilder& operator=(const RegionBuilder&) = delete;
 
     void Add(const RECT& rect) {
-        if (m_count == kRectanglesAtOnce) Flush();
-        Rectangles()[m_count++] = rect;
+        if (m_block.data.rdh.nCount == kBlock) Flush();
+        m_block.rectangles[m_block.data.rdh.nCount++] = rect;
     }
     HRGN Finish() {
         Flush();
-        HRGN region = m_region;
-        m_region = nullptr;
-        return region;
+        CRgn whole;
+        for (CRgn& level : m_levels) Join(whole, level);
+        return static_cast<HRGN>(whole.Detach());
     }
 
 private:
-    RGNDATA* Data() { return reinterpret_cast<RGNDATA*>(m_block.data()); }
-    RECT* Rectangles() { return reinterpret_cast<RECT*>(Data()->Buffer); }
+    static constexpr DWORD kBlock = 16;
+    static constexpr int kLevels = 32;
 
-    void Flush() {
-        if (m_count == 0) return;
-        RECT bounds = Rectangles()[0];
-        for (std::size_t i = 1; i < m_count; ++i) {
-            const RECT& r = Rectangles()[i];
-            bounds.left = std::min(bounds.left, r.left);
-            bounds.right = std::max(bounds.right, r.right);
-            bounds.bottom = std::max(bounds.bottom, r.bottom);
-        }
-        const DWORD bytes = static_cast<DWORD>(m_count * sizeof(RECT));
-        Data()->rdh = {sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(m_count), bytes, bounds};
-        m_count = 0;
-        HRGN part = ::ExtCreateRegion(nullptr, static_cast<DWORD>(sizeof(RGNDATAHEADER)) + bytes, Data());
-        if (!part) return;
-        if (!m_region) {
-            m_region = part;
-            return;
-        }
-        ::CombineRgn(m_region, m_region, part, RGN_OR);
-        ::DeleteObject(part);
+    /* `from` goes into `to`. */
+    static void Join(CRgn& to, CRgn& from) {
+        if (!to.m_hObject)
+            to.Attach(from.Detach());
+        else if (from.m_hObject)
+            ::CombineRgn(to, to, from, RGN_OR);
+        from.DeleteObject();
     }
 
-    std::vector<char> m_block;
-    std::size_t m_count = 0;
-    HRGN m_region = nullptr;
+    void Flush() {
+        RGNDATAHEADER& header = m_block.data.rdh;
+        if (header.nCount == 0) return;
+        RECT bounds = m_block.rectangles[0];
+        for (DWORD i = 1; i < header.nCount; ++i) {
+            const RECT& r = m_block.rectangles[i];
+            bounds = {std::min(bounds.left, r.left), std::min(bounds.top, r.top),
+                      std::max(bounds.right, r.right), std::max(bounds.bottom, r.bottom)};
+        }
+        const DWORD bytes = header.nCount * static_cast<DWORD>(sizeof(RECT));
+        header = {sizeof header, RDH_RECTANGLES, header.nCount, bytes, bounds};
+        CRgn part;
+        part.Attach(::ExtCreateRegion(nullptr, static_cast<DWORD>(sizeof header) + bytes, &m_block.data));
+        header.nCount = 0;
+        // As in counting: two of a size make one of the next.
+        int level = 0;
+        for (; level < kLevels - 1 && m_levels[level].m_hObject; ++level) Join(part, m_levels[level]);
+        Join(m_levels[level], part);
+    }
+
+    struct {
+        union {
+            RGNDATA data;
+            struct {
+                RGNDATAHEADER header;
+                RECT rectangles[kBlock];
+            };
+        };
+    } m_block{};
+    CRgn m_levels[kLevels];
 };
 
 /* A stretch of columns in one row. */
@@ -71,37 +84,21 @@ struct Run {
     bool operator==(const Run&) const = default;
 };
 
-void CollectRuns(const COLORREF* row, int width, COLORREF key, bool equal, std::vector<Run>& runs) {
+void CollectRuns(const DibPixel* row, int width, DibPixel key, bool equal, std::vector<Run>& runs) {
+    constexpr DibPixel kColour = 0xFFFFFFu;
     runs.clear();
     for (int x = 0; x < width;) {
-        while (x < width && (row[x] == key) != equal) ++x;
+        while (x < width && ((row[x] & kColour) == key) != equal) ++x;
         const int left = x;
-        while (x < width && (row[x] == key) == equal) ++x;
+        while (x < width && ((row[x] & kColour) == key) == equal) ++x;
         if (x > left) runs.push_back({left, x});
     }
 }
 
-CSize Bounded(const PixelImage& image, const SIZE* extent) {
-    CSize size(image.width, image.height);
-    if (extent) {
-        size.cx = std::min(size.cx, extent->cx);
-        size.cy = std::min(size.cy, extent->cy);
-    }
+CSize Bounded(CSize size, const SIZE* extent) {
+    if (extent) size = {std::min(size.cx, extent->cx), std::min(size.cy, extent->cy)};
     return size;
 }
-
-/* The pixels of any bitmap; those of a skin bitmap are at hand. */
-class ImageOf {
-public:
-    explicit ImageOf(CBitmap* bitmap) : m_skin(AsSkinBitmap(bitmap)) {
-        if (!m_skin && bitmap) m_own = ReadPixels(*bitmap);
-    }
-    const PixelImage& operator*() const { return m_skin ? m_skin->Pixels() : m_own; }
-
-private:
-    CSkinBitmap* m_skin;
-    PixelImage m_own;
-};
 
 void AddPart(CRgn& region, HRGN part) {
     if (part) ::CombineRgn(region, region, part, RGN_OR);
@@ -109,25 +106,25 @@ void AddPart(CRgn& region, HRGN part) {
 
 }  // namespace
 
-HRGN RegionOfPixels(const PixelImage& image, const SIZE& size, COLORREF key, bool equal) {
+HRGN RegionOfPixels(BitmapRows& rows, const SIZE& size, COLORREF key, bool equal) {
+    const DibPixel pixel = KeyPixel(key);
     try {
         RegionBuilder builder;
+        // Rows alike make one set of rectangles.
+        std::vector<Run> open;
         std::vector<Run> runs;
-        std::vector<Run> next;
-        const COLORREF* row = image.pixels.data();
-        for (int top = 0, y = 0; y < size.cy; ++y, row += image.width) {
-            if (y == 0) CollectRuns(row, size.cx, key, equal, runs);
-            // Rows alike make one set of rectangles.
-            const bool last = y + 1 == size.cy;
-            if (!last) {
-                const COLORREF* following = row + image.width;
-                if (std::equal(row, row + size.cx, following)) continue;
-                CollectRuns(following, size.cx, key, equal, next);
-                if (next == runs) continue;
+        int top = 0;
+        for (int y = 0; y <= size.cy; ++y) {
+            runs.clear();
+            if (y < size.cy) {
+                const DibPixel* row = rows.Row(y);
+                if (!row) return nullptr;
+                CollectRuns(row, size.cx, pixel, equal, runs);
+                if (runs == open) continue;
             }
-            for (const Run& run : runs) builder.Add({run.left, top, run.right, y + 1});
-            runs.swap(next);
-            top = y + 1;
+            for (const Run& run : open) builder.Add({run.left, top, run.right, y});
+            open.swap(runs);
+            top = y;
         }
         return builder.Finish();
     } catch (const std::exception&) {
@@ -138,25 +135,26 @@ HRGN RegionOfPixels(const PixelImage& image, const SIZE& size, COLORREF key, boo
 int RegionFromBitmapOpaque(CRgn* region, CBitmap* bitmap, COLORREF key, const SIZE* extent) {
     if (!region) return 1;
     if (!region->m_hObject) region->CreateRectRgn(0, 0, 0, 0);
-    const ImageOf image(bitmap);
+    BitmapRows rows(bitmap);
     CRgn part;
-    part.Attach(RegionOfPixels(*image, Bounded(*image, extent), key, false));
+    part.Attach(RegionOfPixels(rows, Bounded(rows.Size(), extent), key, false));
     AddPart(*region, part);
     return 1;
 }
 
 int RegionFromBitmapKey(CRgn* region, CBitmap* bitmap, COLORREF key, const SIZE* extent) {
     if (!region) return 1;
-    region->Attach(::CreateRectRgn(0, 0, 0, 0));
+    region->DeleteObject();
     CSkinBitmap* skin = AsSkinBitmap(bitmap);
     const CSize whole = skin ? skin->Size() : CSize();
     if (skin && (!extent || (extent->cx >= whole.cx && extent->cy >= whole.cy))) {
+        region->CreateRectRgn(0, 0, 0, 0);
         AddPart(*region, skin->KeyRegion(key));
         return 1;
     }
-    const ImageOf image(bitmap);
-    HRGN part = RegionOfPixels(*image, Bounded(*image, extent), key, true);
-    if (part) region->Attach(part);
+    BitmapRows rows(bitmap);
+    HRGN part = RegionOfPixels(rows, Bounded(rows.Size(), extent), key, true);
+    region->Attach(part ? part : ::CreateRectRgn(0, 0, 0, 0));
     return 1;
 }
 

@@ -17,12 +17,12 @@ int RegionFromBitmapOpaque(CRgn* region, CBitmap* bitmap, COLORREF key, const SI
  */
 int RegionFromBitmapKey(CRgn* region, CBitmap* bitmap, COLORREF key, const SIZE* extent = nullptr);
 
-struct PixelImage;
+class BitmapRows;
 
 /*
- * The region of an image's pixels, within `size` from its top left, that equal the key, or that
+ * The region of a bitmap's pixels, within `size` from its top left, that equal the key, or that
  * differ from it. Null if there are none or no memory; the caller owns the result.
  */
-HRGN RegionOfPixels(const PixelImage& image, const SIZE& size, COLORREF key, bool equal);
+HRGN RegionOfPixels(BitmapRows& rows, const SIZE& size, COLORREF key, bool equal);
 
 }  // namespace tavix

@@ -10,10 +10,12 @@
 
 namespace tavix {
 
+/* A colour key as a DIB's pixel. Colours have no top byte: a key with one equals none of them. */
+inline DibPixel KeyPixel(COLORREF key) { return key & 0xFF000000u ? key : SwapRedBlue(key); }
+
 /* Turns pixels as a DIB holds them into keyed ones. */
 inline void MakeKeyed(DibPixel* pixels, std::size_t count, COLORREF key) {
-    // Colours have no top byte: a key with one equals none of them.
-    const DibPixel hidden = key & 0xFF000000u ? key : SwapRedBlue(key);
+    const DibPixel hidden = KeyPixel(key);
     for (std::size_t i = 0; i < count; ++i) {
         const DibPixel pixel = pixels[i] & 0xFFFFFFu;
         pixels[i] = pixel == hidden ? 0 : pixel | 0xFF000000u;
@@ -25,6 +27,15 @@ inline void CopyKeyed(DibPixel* out, const DibPixel* keyed, int count) {
     for (int i = 0; i < count; ++i) {
         const DibPixel pixel = keyed[i];
         out[i] = pixel ? pixel & 0xFFFFFFu : out[i];
+    }
+}
+
+/* Copies a row of pixels as a DIB holds them, but those of the key, over others. */
+inline void CopyButKey(DibPixel* out, const DibPixel* from, int count, COLORREF key) {
+    const DibPixel hidden = KeyPixel(key);
+    for (int i = 0; i < count; ++i) {
+        const DibPixel pixel = from[i] & 0xFFFFFFu;
+        out[i] = pixel != hidden ? pixel : out[i];
     }
 }
 

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "draw/bitmap_region.h"
+#include "draw/bitmap_rows.h"
 #include "draw/keyed_pixels.h"
 #include "draw/surface.h"
 
@@ -11,16 +12,26 @@ namespace tavix {
 IMPLEMENT_DYNAMIC(CSkinBitmap, CBitmap)
 
 PixelImage ReadPixels(HBITMAP bitmap) {
-    BITMAP facts{};
-    if (!bitmap || !::GetObjectA(bitmap, sizeof facts, &facts) || facts.bmWidth <= 0 || facts.bmHeight <= 0)
-        return {};
+    CBitmap borrowed;
+    borrowed.m_hObject = bitmap;
+    PixelImage image = ImageOf(&borrowed);
+    borrowed.Detach();
+    return image;
+}
+
+PixelImage ImageOf(CBitmap* bitmap) {
+    BitmapRows rows(bitmap);
+    if (rows.Width() <= 0 || rows.Height() <= 0) return {};
     try {
         PixelImage image;
-        image.pixels.resize(static_cast<std::size_t>(facts.bmWidth) * static_cast<std::size_t>(facts.bmHeight));
-        if (!ReadRows(bitmap, facts.bmWidth, facts.bmHeight, 0, facts.bmHeight, image.pixels.data())) return {};
-        for (COLORREF& pixel : image.pixels) pixel = SwapRedBlue(pixel);
-        image.width = facts.bmWidth;
-        image.height = facts.bmHeight;
+        image.pixels.reserve(static_cast<std::size_t>(rows.Width()) * static_cast<std::size_t>(rows.Height()));
+        for (int y = 0; y < rows.Height(); ++y) {
+            const DibPixel* row = rows.Row(y);
+            if (!row) return {};
+            for (int x = 0; x < rows.Width(); ++x) image.pixels.push_back(SwapRedBlue(row[x]));
+        }
+        image.width = rows.Width();
+        image.height = rows.Height();
         return image;
     } catch (const std::exception&) {
         return {};  // no memory for an image of that size
@@ -36,11 +47,14 @@ struct CSkinBitmap::Derived {
         CRgn region;
         bool has_copy = false;
         CBitmap copy;
+        const DibPixel* copy_rows = nullptr;
     };
 
     explicit Derived(HGDIOBJ of) : handle(of) {
         BITMAP facts{};
-        if (of && ::GetObjectA(of, sizeof facts, &facts)) size = {facts.bmWidth, facts.bmHeight};
+        if (!of || !::GetObjectA(of, sizeof facts, &facts)) return;
+        size = {facts.bmWidth, facts.bmHeight};
+        mono = facts.bmPlanes * facts.bmBitsPixel == 1;
     }
     ForKey& For(COLORREF key) {
         for (auto& entry : keys)
@@ -52,6 +66,9 @@ struct CSkinBitmap::Derived {
 
     HGDIOBJ handle;
     CSize size;
+    bool mono = false;
+    bool has_rows = false;
+    std::vector<DWORD> rows;
     bool has_image = false;
     PixelImage image;
     std::vector<std::unique_ptr<ForKey>> keys;
@@ -71,13 +88,31 @@ CSkinBitmap::Derived& CSkinBitmap::Derive() {
     return *m_derived;
 }
 
-CSize CSkinBitmap::Size() { return m_hObject ? Derive().size : CSize(); }
+CSize CSkinBitmap::Size() { return Derive().size; }
+
+bool CSkinBitmap::IsMono() { return Derive().mono; }
+
+const DWORD* CSkinBitmap::Rows() {
+    Derived& derived = Derive();
+    if (!derived.has_rows) {
+        derived.has_rows = true;
+        const CSize size = derived.size;
+        if (size.cx <= 0 || size.cy <= 0) return nullptr;
+        try {
+            derived.rows.resize(static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
+            if (!ReadRows(*this, size.cx, size.cy, 0, size.cy, derived.rows.data())) derived.rows.clear();
+        } catch (const std::exception&) {
+            derived.rows.clear();  // drawn row by row then
+        }
+    }
+    return derived.rows.empty() ? nullptr : derived.rows.data();
+}
 
 const PixelImage& CSkinBitmap::Pixels() {
     Derived& derived = Derive();
     if (!derived.has_image) {
-        derived.image = ReadPixels(*this);
         derived.has_image = true;
+        derived.image = ImageOf(this);
     }
     return derived.image;
 }
@@ -85,29 +120,33 @@ const PixelImage& CSkinBitmap::Pixels() {
 HRGN CSkinBitmap::KeyRegion(COLORREF key) {
     Derived::ForKey& entry = Derive().For(key);
     if (!entry.has_region) {
-        const PixelImage& image = Pixels();
-        entry.region.Attach(RegionOfPixels(image, {image.width, image.height}, key, true));
         entry.has_region = true;
+        BitmapRows rows(this);
+        entry.region.Attach(RegionOfPixels(rows, rows.Size(), key, true));
     }
     return entry.region;
 }
 
 HBITMAP CSkinBitmap::KeyedCopy(COLORREF key) {
+    KeyedRows(key);
+    return Derive().For(key).copy;
+}
+
+const DWORD* CSkinBitmap::KeyedRows(COLORREF key) {
     Derived::ForKey& entry = Derive().For(key);
     if (!entry.has_copy) {
         entry.has_copy = true;
         const CSize size = Size();
-        if (size.cx > 0 && size.cy > 0) {
-            DibPixel* bits = nullptr;
-            CBitmap copy;
-            copy.Attach(CreateDibSection(size.cx, size.cy, &bits));
-            if (bits && ReadRows(*this, size.cx, size.cy, 0, size.cy, bits)) {
-                MakeKeyed(bits, static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy), key);
-                entry.copy.Attach(copy.Detach());
-            }
-        }
+        if (size.cx <= 0 || size.cy <= 0) return nullptr;
+        DibPixel* bits = nullptr;
+        CBitmap copy;
+        copy.Attach(CreateDibSection(size.cx, size.cy, &bits));
+        if (!bits || !ReadRows(*this, size.cx, size.cy, 0, size.cy, bits)) return nullptr;
+        MakeKeyed(bits, static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy), key);
+        entry.copy.Attach(copy.Detach());
+        entry.copy_rows = bits;
     }
-    return entry.copy;
+    return entry.copy_rows;
 }
 
 CSize BitmapSize(CBitmap* bitmap) {

@@ -1,7 +1,6 @@
 /* CSkinBitmap: a bitmap of the skin, with what drawing derives from its pixels kept beside it. */
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -18,10 +17,12 @@ struct PixelImage {
 
 /* Reads a bitmap's pixels at once; empty without a handle or memory. */
 PixelImage ReadPixels(HBITMAP bitmap);
+PixelImage ImageOf(CBitmap* bitmap);
 
 /*
  * The loader makes its bitmaps of this class. What is derived from the pixels is made at the
- * first use, and dies with the handle.
+ * first use, and dies with the handle: whoever paints on such a bitmap does so before it is
+ * first drawn.
  */
 class CSkinBitmap : public CBitmap {
     DECLARE_DYNAMIC(CSkinBitmap)
@@ -32,7 +33,11 @@ public:
 
     /* Width and height without asking the platform each time. */
     CSize Size();
+    /* True with one bit a pixel. */
+    bool IsMono();
     const PixelImage& Pixels();
+    /* The pixels as a 32-bit DIB holds them, rows from the top; null if there are none. */
+    const DWORD* Rows();
     /* The region of the pixels that equal the key, owned by the bitmap; null if there are none. */
     HRGN KeyRegion(COLORREF key);
     /*
@@ -40,6 +45,8 @@ public:
      * Owned by the bitmap; null if it can't be made.
      */
     HBITMAP KeyedCopy(COLORREF key);
+    /* The pixels of that copy, rows from the top; null if it can't be made. */
+    const DWORD* KeyedRows(COLORREF key);
 
 private:
     struct Derived;
@@ -47,10 +54,9 @@ private:
     std::unique_ptr<Derived> m_derived;
 };
 
-/* The same object if it is a skin bitmap, else null. */
-CSkinBitmap* AsSkinBitmap(CBitmap* bitmap);
-
 /* Width and height of any bitmap; 0 by 0 for null or without a handle. */
 CSize BitmapSize(CBitmap* bitmap);
+/* The same object if it is a skin bitmap, else null. */
+CSkinBitmap* AsSkinBitmap(CBitmap* bitmap);
 
 }  // namespace tavix

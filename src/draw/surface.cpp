@@ -1,6 +1,7 @@
 #include "draw/surface.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 #include <utility>
 #include <vector>
@@ -24,6 +25,9 @@ struct DrawPool {
     Surface canvas;
     bool canvas_taken = false;
     Surface scratch;
+    std::vector<DibPixel> rows;
+    int display_depth = 0;
+    ULONGLONG depth_read = 0;  // when, in milliseconds
     HDC source = nullptr;
     bool source_taken = false;
     Surface* painted = nullptr;  // all surfaces of the thread that are painted on
@@ -42,6 +46,25 @@ BITMAPINFO TrueColourHeader(int width, int height) {
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     return info;
+}
+
+/* A context for reading bitmaps and selecting them. */
+HDC SourceDc() {
+    DrawPool& pool = Pool();
+    if (!pool.source) pool.source = ::CreateCompatibleDC(nullptr);
+    return pool.source;
+}
+
+/* Asking the display for its depth is slow, and the answer hardly ever changes. */
+int DisplayDepth(HDC dc) {
+    constexpr ULONGLONG kValid = 1000;
+    DrawPool& pool = Pool();
+    const ULONGLONG now = ::GetTickCount64();
+    if (pool.display_depth == 0 || now - pool.depth_read > kValid) {
+        pool.display_depth = ::GetDeviceCaps(dc, PLANES) * ::GetDeviceCaps(dc, BITSPIXEL);
+        pool.depth_read = now;
+    }
+    return pool.display_depth;
 }
 
 int RoundUp(int value) { return (value + 63) & ~63; }
@@ -138,10 +161,14 @@ Surface* ScratchSurface(int width, int height) {
     return &scratch;
 }
 
-HDC ReadingDc() {
-    DrawPool& pool = Pool();
-    if (!pool.source) pool.source = ::CreateCompatibleDC(nullptr);
-    return pool.source;
+DibPixel* RowBuffer(std::size_t pixels) {
+    std::vector<DibPixel>& rows = Pool().rows;
+    try {
+        if (rows.size() < pixels) rows.resize(pixels);
+        return rows.data();
+    } catch (const std::exception&) {
+        return nullptr;
+    }
 }
 
 bool ReadRows(HBITMAP bitmap, int width, int height, int top, int count, DibPixel* pixels) {
@@ -149,7 +176,7 @@ bool ReadRows(HBITMAP bitmap, int width, int height, int top, int count, DibPixe
     BITMAPINFO info = TrueColourHeader(width, height);
     const UINT start = static_cast<UINT>(height - top - count);
     const UINT lines = static_cast<UINT>(count);
-    if (::GetDIBits(ReadingDc(), bitmap, start, lines, pixels, &info, DIB_RGB_COLORS) != count) return false;
+    if (::GetDIBits(SourceDc(), bitmap, start, lines, pixels, &info, DIB_RGB_COLORS) != count) return false;
     for (int a = 0, b = count - 1; a < b; ++a, --b) {
         DibPixel* upper = pixels + static_cast<std::size_t>(a) * width;
         DibPixel* lower = pixels + static_cast<std::size_t>(b) * width;
@@ -162,7 +189,7 @@ SourceBitmap::SourceBitmap(HBITMAP bitmap) {
     if (!bitmap) return;
     DrawPool& pool = Pool();
     if (!pool.source_taken) {
-        HDC dc = ReadingDc();
+        HDC dc = SourceDc();
         m_former = dc ? ::SelectObject(dc, bitmap) : nullptr;
         if (m_former) {
             m_dc = dc;
@@ -192,20 +219,17 @@ bool HasPlainMapping(HDC dc) {
            !(::GetLayout(dc) & LAYOUT_RTL);
 }
 
-TargetKind KindOfTarget(HDC dc) {
+bool IsTrueColour(HDC dc) {
     switch (::GetObjectType(dc)) {
         case OBJ_MEMDC: {
             BITMAP facts{};
             const bool known = ::GetObjectA(::GetCurrentObject(dc, OBJ_BITMAP), sizeof facts, &facts) != 0;
-            return known && facts.bmPlanes * facts.bmBitsPixel >= 24 ? TargetKind::Memory : TargetKind::Unknown;
+            return known && facts.bmPlanes * facts.bmBitsPixel >= 24;
         }
-        case OBJ_DC: {
-            const int depth = ::GetDeviceCaps(dc, PLANES) * ::GetDeviceCaps(dc, BITSPIXEL);
-            const bool display = ::GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY;
-            return display && depth >= 24 ? TargetKind::Display : TargetKind::Unknown;
-        }
+        case OBJ_DC:
+            return ::GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY && DisplayDepth(dc) >= 24;
         default:
-            return TargetKind::Unknown;
+            return false;
     }
 }
 

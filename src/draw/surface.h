@@ -49,13 +49,20 @@ HBITMAP CreateDibSection(int width, int height, DibPixel** bits);
 Surface* TakeCanvas(int width, int height);
 void ReturnCanvas(Surface* surface);
 
-/* The thread's scratch surface: what one routine composes before it blits. Null without memory. */
-constexpr int kScratchPixels = 128 * 1024;
+/*
+ * The thread's scratch surface: what one routine composes before it blits. Null without memory.
+ * Small enough that composing and blitting it stays in the processor's cache.
+ */
+constexpr int kScratchPixels = 32 * 1024;
 Surface* ScratchSurface(int width, int height);
+
+/* A buffer of the thread for one routine's rows; valid until the next call. Null without memory. */
+DibPixel* RowBuffer(std::size_t pixels);
 
 /*
  * A bitmap to blit from, through the thread's pooled context. A bitmap that is selected
- * elsewhere is copied first.
+ * elsewhere is copied first. Selecting costs far more than reading a small bitmap's pixels, so
+ * this is the road for targets and bitmaps that leave no other.
  */
 class SourceBitmap {
 public:
@@ -74,9 +81,6 @@ private:
     std::unique_ptr<Surface> m_copy;
 };
 
-/* A context for reading bitmaps with GetDIBits: nothing of its own matters. */
-HDC ReadingDc();
-
 /*
  * Reads `count` rows from `top` on as 0x00RRGGBB, one after the other; `pixels` has room for
  * them. The top bytes are whatever the bitmap holds.
@@ -86,13 +90,11 @@ bool ReadRows(HBITMAP bitmap, int width, int height, int top, int count, DibPixe
 /* True if a logical unit is a pixel, x to the right and y down. */
 bool HasPlainMapping(HDC dc);
 
-/* What may be done with a target besides calling the platform pixel by pixel. */
-enum class TargetKind {
-    Unknown,  // few colours, a printer, a metafile
-    Memory,   // a bitmap of 24 bits or more: may be read back
-    Display,  // a window or the screen, likewise in depth; reading back costs there
-};
-TargetKind KindOfTarget(HDC dc);
+/*
+ * True for bitmaps, windows and the screen of 24 bits or more, where a pixel is the colour that
+ * it was given and may be read back; false for few colours, printers and metafiles.
+ */
+bool IsTrueColour(HDC dc);
 
 /* The pixels of a surface that is being painted on, with what limits painting there. */
 struct PixelAccess {

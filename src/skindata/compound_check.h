@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <span>
 
+#include "tavixskin/compound_check.h"
+
 namespace tavix {
 
 /*

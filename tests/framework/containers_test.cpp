@@ -124,8 +124,9 @@ TEST(Array, BehavesAsItsModel) {
             model.clear();
         }
         ASSERT_EQ(list.GetSize(), static_cast<int>(model.size()));
-        if (step % 64 == 0)
+        if (step % 64 == 0) {
             for (std::size_t i = 0; i < model.size(); ++i) ASSERT_EQ(list[static_cast<int>(i)], model[i]);
+        }
     }
 }
 

@@ -51,6 +51,7 @@ TEST(RuntimeClass, IsFoundThroughABaseReference) {
     EXPECT_EQ(object.GetRuntimeClass(), RUNTIME_CLASS(Circle));
     EXPECT_TRUE(object.IsKindOf(RUNTIME_CLASS(Shape)));
     EXPECT_FALSE(object.IsKindOf(RUNTIME_CLASS(Square)));
+    EXPECT_TRUE(Square().IsKindOf(RUNTIME_CLASS(Shape)));
 }
 
 TEST(RuntimeClass, OfAClassWithoutOneIsItsBases) {

@@ -49,15 +49,16 @@ void ExpectTaken(const std::wstring& path, const std::vector<CompoundElement>& c
     CompoundContents expected;
     Collect(content, u"", expected);
     EXPECT_TRUE(IsSoundCompoundFile(path.c_str()));
+    const PlatformCompound platform(path);
     RunWatched("a legal file", kTimeLimit, [&] {
         CompoundContents read;
-        EXPECT_TRUE(PlatformReads(path, &read));
+        EXPECT_TRUE(platform.Reads(&read));
         EXPECT_TRUE(read == expected);
-        const char* failed = PlatformExtends(path);
+        const char* failed = platform.Extends();
         EXPECT_EQ(failed, nullptr) << "can't " << failed;
         EXPECT_TRUE(IsSoundCompoundFile(path.c_str())) << "with elements that the platform created";
         for (int round = 0; round < 3; ++round) {
-            PlatformRewrites(path, round);
+            platform.Rewrites(round);
             EXPECT_TRUE(IsSoundCompoundFile(path.c_str())) << "with streams that the platform rewrote";
         }
     });
@@ -158,15 +159,13 @@ TEST_P(CompoundLegal, TakesAnyStartOfAnEmptyStream) {
         CompoundImage image = Image();
         image.Put32(image.EntryOffset(u"Empty") + kStartField, start);
         EXPECT_TRUE(IsSoundCompoundImage(image.bytes)) << start;
-        const std::wstring path = TemporaryPath(L"legal.tmp");
-        ASSERT_TRUE(WriteWholeFile(path, image.bytes));
+        const PlatformCompound platform(image.bytes);
         RunWatched("an empty stream with a start", kTimeLimit, [&] {
-            const char* failed = PlatformExtends(path);
+            const char* failed = platform.Extends();
             EXPECT_EQ(failed, nullptr) << "can't " << failed;
             // Growing the stream is at the file's own risk, but comes to an end.
-            PlatformRewrites(path, 0);
+            platform.Rewrites(0);
         });
-        DeleteFileW(path.c_str());
     }
 }
 
@@ -223,13 +222,11 @@ TEST(CompoundCheck, DoesNotMindSiblingsOutOfOrder) {
     image.Put32(top + kLeftField, image.Get32(top + kRightField));
     image.Put32(top + kRightField, left);
     EXPECT_TRUE(IsSoundCompoundImage(image.bytes));
-    const std::wstring path = TemporaryPath(L"order.tmp");
-    ASSERT_TRUE(WriteWholeFile(path, image.bytes));
+    const PlatformCompound platform(image.bytes);
     RunWatched("siblings out of order", kTimeLimit, [&] {
-        const char* failed = PlatformExtends(path);
+        const char* failed = platform.Extends();
         EXPECT_EQ(failed, nullptr) << "can't " << failed;
     });
-    EXPECT_TRUE(DeleteFileW(path.c_str()));
 }
 
 TEST_P(CompoundLegal, TakesFilesThatThePlatformMakes) {

@@ -24,27 +24,42 @@ std::wstring TemporaryPath(const wchar_t* name);
 bool WriteWholeFile(const std::wstring& path, std::span<const std::byte> bytes);
 std::vector<std::byte> ReadWholeFile(const std::wstring& path);
 
-/* Opens the file for reading and writing and reads all there is; false if anything fails. */
-bool PlatformReads(const std::wstring& path, CompoundContents* contents);
-
 /* Has the platform make a file with that content; `sector_size` is 512 or 4096. */
 bool PlatformWrites(const std::wstring& path, uint32_t sector_size, const std::vector<CompoundElement>& content);
 
-/*
- * Does what loading and saving a skin do: reads all, creates a missing stream and a missing
- * storage, writes a short and a long stream. Returns what failed, or null.
- */
-const char* PlatformExtends(const std::wstring& path);
+/* A compound file in the hands of the platform: a file on disk, or bytes in memory, which is faster. */
+class PlatformCompound {
+public:
+    explicit PlatformCompound(const std::wstring& path) : path_(path) {}
+    explicit PlatformCompound(std::span<const std::byte> bytes);
+    ~PlatformCompound();
+    PlatformCompound(const PlatformCompound&) = delete;
+    PlatformCompound& operator=(const PlatformCompound&) = delete;
+
+    /* Opens it for reading and writing and reads all there is; false if anything fails. */
+    bool Reads(CompoundContents* contents) const;
+    /*
+     * Does what loading and saving a skin do: reads all, creates a missing stream and a missing
+     * storage, writes a short and a long stream. Returns what failed, or null.
+     */
+    const char* Extends() const;
+    /*
+     * Rewrites each stream with a size that it takes from the round, now longer, now shorter.
+     * How far that gets depends on the file.
+     */
+    void Rewrites(unsigned round) const;
+
+private:
+    bool Open(IStorage** root) const;
+
+    std::wstring path_;
+    ILockBytes* memory_ = nullptr;
+};
 
 /*
- * Rewrites each stream with a size that it takes from the round, now longer, now shorter. How
- * far that gets depends on the file.
- */
-void PlatformRewrites(const std::wstring& path, unsigned round);
-
-/*
- * Runs `work` under a time limit. If it takes longer the process ends with a message that
- * holds `what`: a thread that loops in the platform can't be ended in another way.
+ * Runs `work` under a limit of computing time, and of ten times as much time by the clock. If it
+ * takes longer the process ends with a message that holds `what`: a thread that loops in the
+ * platform can't be ended in another way.
  */
 void RunWatched(const std::string& what, DWORD milliseconds, const std::function<void()>& work);
 

@@ -160,8 +160,14 @@ ClassSpy::~ClassSpy() {
 LRESULT CALLBACK ClassSpy::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     ClassSpy* spy = g_classSpy;
     if (!spy) return ::DefWindowProcW(window, message, wParam, lParam);
-    if (window != spy->m_holder) spy->log.Add({window, message, wParam, lParam});
-    return ::CallWindowProcW(spy->m_former, window, message, wParam, lParam);
+    WNDPROC former = spy->m_former;
+    if (window != spy->m_holder) {
+        const Received received{window, message, wParam, lParam};
+        spy->log.Add(received);
+        if (spy->handler)
+            if (const std::optional<LRESULT> answer = spy->handler(received)) return *answer;
+    }
+    return ::CallWindowProcW(former, window, message, wParam, lParam);
 }
 
 void PumpMessages(DWORD milliseconds) {

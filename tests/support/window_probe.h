@@ -74,7 +74,7 @@ HWND CreateControl(Charset charset, HWND parent, const char* className, const ch
                    const RECT& place, int id = 100, DWORD exStyle = 0);
 
 /*
- * Records what one window receives, before its skin does. It can also answer in the window's
+ * Records what one window receives, before its skin does. Its handler can answer in the window's
  * place. Ends before or with the window; nothing else may subclass the window meanwhile.
  */
 class MessageSpy {
@@ -107,10 +107,12 @@ public:
     ClassSpy& operator=(const ClassSpy&) = delete;
 
     MessageLog log;
+    /* May answer in the native procedure's place. */
+    std::function<std::optional<LRESULT>(const Received&)> handler;
 
 private:
     static LRESULT CALLBACK Procedure(HWND, UINT, WPARAM, LPARAM);
-    HWND m_holder;  // an unskinned window of the class, through which the class is reached
+    HWND m_holder;  // a window of the class, through which the class is reached; not recorded
     WNDPROC m_former;
 };
 

@@ -1,0 +1,126 @@
+/* What the tests of the button skin share. */
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "support/common_controls.h"
+#include "support/skinned_thread.h"
+#include "support/window_probe.h"
+#include "tavixskin.h"
+
+namespace tavix_test {
+
+constexpr COLORREF kParentColour = RGB(10, 120, 200);
+constexpr int kButtonId = 100;
+constexpr RECT kButtonPlace{20, 20, 120, 50};
+constexpr POINT kInside{30, 10};
+constexpr POINT kOutside{30, 200};
+
+constexpr LPARAM Packed(POINT point) { return MAKELPARAM(point.x, point.y); }
+
+/* Which controls, created by which of the platform's two character sets. */
+struct ButtonWorld {
+    ControlsVersion controls;
+    Charset charset;
+};
+
+inline std::string NameOfWorld(const testing::TestParamInfo<ButtonWorld>& info) {
+    return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
+}
+
+inline const auto kButtonWorlds = testing::Values(ButtonWorld{ControlsVersion::V5, Charset::Ansi},
+                                                  ButtonWorld{ControlsVersion::V5, Charset::Unicode},
+                                                  ButtonWorld{ControlsVersion::V6, Charset::Ansi},
+                                                  ButtonWorld{ControlsVersion::V6, Charset::Unicode});
+
+/* What tells the faces of a push button apart. */
+struct Face {
+    COLORREF top;
+    COLORREF bottom;
+    COLORREF border;
+    bool operator==(const Face&) const = default;
+};
+inline void PrintTo(const Face& face, std::ostream* out) {
+    *out << std::hex << "{top 0x" << face.top << ", bottom 0x" << face.bottom << ", border 0x" << face.border << "}"
+         << std::dec;
+}
+
+/* In rows without text, away from the round corners. The height has to be even. */
+inline Face FaceOf(const Picture& picture) {
+    constexpr int kColumn = 6;
+    return {picture.At(kColumn, 1), picture.At(kColumn, picture.height - 2), picture.At(kColumn, 0)};
+}
+
+/* A skinned thread with a parent window in one of the four worlds. */
+class ButtonTest : public testing::TestWithParam<ButtonWorld> {
+protected:
+    static void SetUpTestSuite() { ParkMouse(); }
+
+    void SetUp() override {
+        m_world.emplace(GetParam().controls);
+        m_thread.emplace(skin);
+        UseParent(0);
+    }
+    void TearDown() override {
+        ::ReleaseCapture();
+        m_parent.reset();
+        m_thread.reset();
+        m_world.reset();
+    }
+
+    /* A new parent with these styles too; the former one is destroyed with its children. */
+    ProbeWindow& UseParent(DWORD styles) {
+        m_parent.reset();
+        return m_parent.emplace(WS_POPUP | WS_VISIBLE | styles);
+    }
+    ProbeWindow& Parent() { return *m_parent; }
+    void LoseParent() { m_parent.reset(); }
+
+    /* Puts the changes of `skin` in force. */
+    void UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
+
+    HWND MakeButton(DWORD style, const RECT& place = kButtonPlace, const char* text = "Label") {
+        HWND button = CreateControl(GetParam().charset, Parent(), "Button", text, style, place, kButtonId);
+        EXPECT_EQ(VersionOf(button), GetParam().controls);
+        EXPECT_TRUE(IsSkinned(button));
+        ::UpdateWindow(Parent());
+        ::UpdateWindow(button);
+        Parent().log.Clear();
+        return button;
+    }
+
+    /* What shows once the pending painting is done. */
+    static Picture Shown(HWND button) {
+        ::UpdateWindow(button);
+        return PictureOfClient(button);
+    }
+    static Face ShownFace(HWND button) { return FaceOf(Shown(button)); }
+
+    Face NormalFace() const { return FaceFrom(CLR_BTN_NORMAL_FROM, CLR_BTN_NORMAL_TO, CLR_BTN_BORDER); }
+    Face HotFace() const { return FaceFrom(CLR_BTN_HOT_FROM, CLR_BTN_HOT_TO, CLR_BTN_BORDER); }
+    Face PressedFace() const { return FaceFrom(CLR_BTN_DOWN_FROM, CLR_BTN_DOWN_TO, CLR_BTN_BORDER); }
+    Face DisabledFace() const {
+        return FaceFrom(CLR_BTN_DISABLED_FROM, CLR_BTN_DISABLED_TO, CLR_BTN_DISABLED_BORDER);
+    }
+
+    /* The click that a parent is told of. */
+    static Received ClickOf(HWND parent, HWND button) {
+        return {parent, WM_COMMAND, MAKEWPARAM(kButtonId, BN_CLICKED), reinterpret_cast<LPARAM>(button)};
+    }
+
+    TestSkin skin;
+
+private:
+    Face FaceFrom(DWORD top, DWORD bottom, DWORD border) const {
+        return {skin.Colour(top), skin.Colour(bottom), skin.Colour(border)};
+    }
+
+    std::optional<ControlsWorld> m_world;
+    std::optional<SkinnedThread> m_thread;
+    std::optional<ProbeWindow> m_parent;
+};
+
+}  // namespace tavix_test
