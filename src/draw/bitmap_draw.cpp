@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
-#include <cstring>
 
-#include "draw/skin_bitmap.h"
-#include "draw/surface.h"
+#include "draw/bitmap_rows.h"
+#include "draw/compose.h"
 
 namespace tavix {
 namespace {
@@ -17,55 +16,90 @@ bool ShownBox(HDC dc, RECT& box) {
     return shape != ERROR && shape != NULLREGION;
 }
 
-/* Sets the mode that repeats pixels when stretching, for a scope. */
-class RepeatingStretch {
+/* Copies the top-left part of a bitmap, at most `size`, to (x, y). */
+void DrawPart(HDC dc, CBitmap* bitmap, int x, int y, const SIZE& size) {
+    BitmapRows rows(bitmap);
+    const CSize part(std::min<int>(size.cx, rows.Width()), std::min<int>(size.cy, rows.Height()));
+    if (part.cx <= 0 || part.cy <= 0) return;
+    const auto write = [&](DibPixel* out, int left, int row, int width, const DibPixel*) {
+        if (const DibPixel* pixels = rows.Row(row - y)) CopyPixels(out, pixels + (left - x), width);
+    };
+    if (!rows.IsMono() && ComposeRows(dc, AreaAt(x, y, part), Beneath::Nothing, write)) return;
+    if (const SourceBitmap source(*bitmap); source)
+        ::BitBlt(dc, x, y, part.cx, part.cy, source.Dc(), 0, 0, SRCCOPY);
+}
+
+/* A bitmap whose middle row is repeated until it is as high as a rectangle. */
+class StretchedColumn {
 public:
-    explicit RepeatingStretch(HDC dc) : m_dc(dc), m_former(::SetStretchBltMode(dc, COLORONCOLOR)) {}
-    ~RepeatingStretch() { ::SetStretchBltMode(m_dc, m_former); }
+    StretchedColumn(const RECT& rect, const CSize& size)
+        : m_rect(rect), m_high(size.cy), m_middle(size.cy / 2), m_asked(std::int64_t{rect.right} - rect.left) {}
+
+    std::int64_t LowerTop() const { return std::int64_t{m_rect.bottom} - m_middle; }
+    std::int64_t RepeatTop() const { return std::int64_t{m_rect.top} + m_middle; }
+    int Middle() const { return m_middle; }
+    std::int64_t Width() const { return m_asked; }
+
+    /*
+     * The bitmap's row that ends up in row `y` of the target, or -1. The whole bitmap is drawn at
+     * the top, then the repeated row, then the lower half at the bottom, over what is there.
+     */
+    int SourceRow(std::int64_t y) const {
+        if (y >= LowerTop() && y < m_rect.bottom) return static_cast<int>(m_middle + (y - LowerTop()));
+        if (y >= RepeatTop() && y < LowerTop()) return m_middle;
+        const std::int64_t from_top = y - m_rect.top;
+        return from_top >= 0 && from_top < m_high ? static_cast<int>(from_top) : -1;
+    }
 
 private:
-    HDC m_dc;
-    int m_former;
+    RECT m_rect;
+    int m_high;
+    int m_middle;
+    std::int64_t m_asked;
 };
 
-/* Copies one row of the source to `count` rows of the target. */
-void RepeatSourceRow(HDC dc, int left, int top, int width, int count, HDC source, int row) {
-    if (count > 1 && HasPlainMapping(dc)) {
-        const RepeatingStretch mode(dc);
-        if (::StretchBlt(dc, left, top, width, count, source, 0, row, width, 1, SRCCOPY)) return;
-    }
-    for (int i = 0; i < count; ++i) ::BitBlt(dc, left, top + i, width, 1, source, 0, row, SRCCOPY);
+/* The same by blits, one a row, for targets that allow nothing else. */
+void BlitStretched(HDC dc, CBitmap* bitmap, const RECT& rect, const CSize& size, const StretchedColumn& column) {
+    RECT box;
+    if (!ShownBox(dc, box) || column.Width() < INT_MIN || column.LowerTop() < INT_MIN) return;
+    const SourceBitmap source(*bitmap);
+    if (!source) return;
+    // Nothing lies right of the bitmap's own width.
+    const int width = static_cast<int>(std::min<std::int64_t>(column.Width(), size.cx));
+    ::BitBlt(dc, rect.left, rect.top, width, size.cy, source.Dc(), 0, 0, SRCCOPY);
+    // A little slack, since scaled co-ordinates round.
+    const std::int64_t end = std::min<std::int64_t>(column.LowerTop(), std::int64_t{box.bottom} + 2);
+    for (std::int64_t y = std::max<std::int64_t>(column.RepeatTop(), std::int64_t{box.top} - 2); y < end; ++y)
+        ::BitBlt(dc, rect.left, static_cast<int>(y), width, 1, source.Dc(), 0, column.Middle(), SRCCOPY);
+    ::BitBlt(dc, rect.left, static_cast<int>(column.LowerTop()), width, column.Middle(), source.Dc(), 0,
+             column.Middle(), SRCCOPY);
 }
 
-/* Tiles are few or the target is special: each by a blit of its own. */
-void BlitTiles(HDC dc, HDC source, const CSize& size, std::int64_t x, std::int64_t tiles, int y) {
-    for (; tiles > 0; --tiles, x += size.cx)
-        ::BitBlt(dc, static_cast<int>(x), y, size.cx, size.cy, source, 0, 0, SRCCOPY);
+/* Copies `width` pixels of an endless row of tiles, from `phase` pixels into a tile on. */
+void CopyTiled(DibPixel* out, const DibPixel* tile, int tile_width, int phase, int width) {
+    const int first = std::min(width, tile_width - phase);
+    CopyPixels(out, tile + phase, first);
+    // A whole tile, if there is room for one, and then what is there doubles.
+    const int whole = std::min(width - first, tile_width);
+    CopyPixels(out + first, tile, whole);
+    for (int done = whole, room = width - first; done > 0 && done < room;) {
+        const int now = std::min(done, room - done);
+        CopyPixels(out + first + done, out + first, now);
+        done += now;
+    }
 }
 
-/* Composes several tiles side by side, and blits them together. */
-bool BlitTileStrips(HDC dc, HDC source, const CSize& size, std::int64_t x, std::int64_t tiles, int y) {
-    constexpr int kStripWidth = 512;
-    const std::int64_t together = std::min<std::int64_t>(tiles, kStripWidth / size.cx);
-    const int width = static_cast<int>(together) * size.cx;
-    if (together < 2 || size.cy > kScratchPixels / width) return false;
-    Surface* strip = ScratchSurface(width, size.cy);
-    if (!strip || !::BitBlt(strip->dc, 0, 0, size.cx, size.cy, source, 0, 0, SRCCOPY)) return false;
-    ::GdiFlush();
-    for (int row = 0; row < size.cy; ++row) {
-        DibPixel* pixels = strip->Row(row);
-        // What is there doubles until the strip is full.
-        for (int done = size.cx; done < width;) {
-            const int now = std::min(done, width - done);
-            std::memcpy(pixels + done, pixels, static_cast<std::size_t>(now) * sizeof *pixels);
-            done += now;
-        }
-    }
-    for (; tiles > 0; tiles -= together, x += width) {
-        const int now = static_cast<int>(std::min(tiles, together)) * size.cx;
-        ::BitBlt(dc, static_cast<int>(x), y, now, size.cy, strip->dc, 0, 0, SRCCOPY);
-    }
-    return true;
+/* One blit a tile, of those in the clip box. */
+void BlitTiles(HDC dc, CBitmap* bitmap, const CSize& size, int from, std::int64_t count, int y) {
+    RECT box;
+    if (!ShownBox(dc, box)) return;
+    const std::int64_t before = (std::int64_t{box.left} - from) / size.cx - 1;
+    const std::int64_t after = (std::int64_t{box.right} - from) / size.cx + 1;
+    const std::int64_t last = std::min(after, count);
+    const SourceBitmap source(*bitmap);
+    if (!source) return;
+    for (std::int64_t i = std::max<std::int64_t>(before, 0); i < last; ++i)
+        ::BitBlt(dc, static_cast<int>(from + i * size.cx), y, size.cx, size.cy, source.Dc(), 0, 0, SRCCOPY);
 }
 
 }  // namespace
@@ -76,71 +110,56 @@ COLORREF DarkenColor(int amount, COLORREF colour) {
 }
 
 int DrawVerticalStretch(CDC* dc, CBitmap* bitmap, const RECT& rect, COLORREF) {
-    RECT box;
-    if (!dc || !bitmap || !ShownBox(*dc, box)) return 1;
-    const CSize size = BitmapSize(bitmap);
-    const SourceBitmap source(*bitmap);
-    if (!source || size.cx <= 0 || size.cy <= 0) return 1;
-
-    const std::int64_t asked = std::int64_t{rect.right} - rect.left;
-    if (asked < INT_MIN) return 1;
-    // Nothing lies right of the bitmap's own width.
-    const int width = static_cast<int>(std::min<std::int64_t>(asked, size.cx));
-    const std::int64_t height = std::int64_t{rect.bottom} - rect.top;
-    const int middle = size.cy / 2;
-
-    ::BitBlt(*dc, rect.left, rect.top, width, size.cy, source.Dc(), 0, 0, SRCCOPY);
-    const std::int64_t from = std::max<std::int64_t>(middle, std::int64_t{box.top} - rect.top - 1);
-    const std::int64_t end = std::min<std::int64_t>(height - middle, std::int64_t{box.bottom} - rect.top + 1);
-    if (from < end)
-        RepeatSourceRow(*dc, rect.left, static_cast<int>(rect.top + from), width, static_cast<int>(end - from),
-                        source.Dc(), middle);
-    ::BitBlt(*dc, rect.left, static_cast<int>(std::int64_t{rect.bottom} - middle), width, middle, source.Dc(), 0,
-             middle, SRCCOPY);
+    if (!dc || !dc->m_hDC || !bitmap) return 1;
+    BitmapRows rows(bitmap);
+    if (rows.Width() <= 0 || rows.Height() <= 0) return 1;
+    const StretchedColumn column(rect, rows.Size());
+    // A rectangle with its top below its bottom gets two pieces apart: rare enough for blits.
+    if (column.Width() > 0 && rect.bottom >= rect.top && !rows.IsMono()) {
+        const std::int64_t bottom = std::max<std::int64_t>(rect.bottom, std::int64_t{rect.top} + rows.Height());
+        RECT area = rect;
+        // With less height than half of the bitmap's, the lower half starts above the rectangle.
+        area.top = static_cast<LONG>(std::max<std::int64_t>(std::min<std::int64_t>(rect.top, column.LowerTop()), INT_MIN));
+        area.bottom = static_cast<LONG>(std::min<std::int64_t>(bottom, INT_MAX));
+        area.right = AreaAt(rect.left, rect.top, {static_cast<LONG>(std::min<std::int64_t>(column.Width(), rows.Width())), 0}).right;
+        const auto write = [&](DibPixel* out, int x, int y, int width, const DibPixel*) {
+            const int from = column.SourceRow(y);
+            if (const DibPixel* row = rows.Row(from)) CopyPixels(out, row + (x - rect.left), width);
+        };
+        if (ComposeRows(*dc, area, Beneath::Nothing, write)) return 1;
+    }
+    BlitStretched(*dc, bitmap, rect, rows.Size(), column);
     return 1;
 }
 
 void DrawBitmap(CDC& dc, CBitmap* bitmap, int x, int y) {
-    if (!bitmap) return;
-    const CSize size = BitmapSize(bitmap);
-    const SourceBitmap source(*bitmap);
-    if (source) ::BitBlt(dc, x, y, size.cx, size.cy, source.Dc(), 0, 0, SRCCOPY);
+    if (dc.m_hDC && bitmap) DrawPart(dc, bitmap, x, y, {INT_MAX, INT_MAX});
 }
 
 void DrawBitmapIn(CDC& dc, CBitmap* bitmap, const RECT& rect) {
-    if (!bitmap || ::IsRectEmpty(&rect)) return;
-    const CSize size = BitmapSize(bitmap);
-    const SourceBitmap source(*bitmap);
-    if (!source) return;
-    const std::int64_t width = std::min<std::int64_t>(std::int64_t{rect.right} - rect.left, size.cx);
-    const std::int64_t height = std::min<std::int64_t>(std::int64_t{rect.bottom} - rect.top, size.cy);
-    ::BitBlt(dc, rect.left, rect.top, static_cast<int>(width), static_cast<int>(height), source.Dc(), 0, 0, SRCCOPY);
+    if (!dc.m_hDC || !bitmap || ::IsRectEmpty(&rect)) return;
+    const auto length = [](LONG from, LONG to) {
+        return static_cast<LONG>(std::min<std::int64_t>(std::int64_t{to} - from, INT_MAX));
+    };
+    DrawPart(dc, bitmap, rect.left, rect.top, {length(rect.left, rect.right), length(rect.top, rect.bottom)});
 }
 
 int TileHorizontally(CDC& dc, CBitmap* bitmap, int from, int end, int y) {
-    const CSize size = BitmapSize(bitmap);
-    if (size.cx <= 0 || from >= end) return from;
-    const std::int64_t count = (std::int64_t{end} - from + size.cx - 1) / size.cx;
-    const std::int64_t after = from + count * size.cx;
+    BitmapRows rows(bitmap);
+    if (rows.Width() <= 0 || from >= end) return from;
+    const std::int64_t count = (std::int64_t{end} - from + rows.Width() - 1) / rows.Width();
+    const std::int64_t after = from + count * rows.Width();
     const int result = static_cast<int>(std::min<std::int64_t>(after, INT_MAX));
+    if (!dc.m_hDC || rows.Height() <= 0) return result;
 
-    RECT box;
-    if (!ShownBox(dc, box) || y >= box.bottom || std::int64_t{y} + size.cy <= box.top) return result;
-    // Tiles off the clip box are counted, not walked over.
-    const std::int64_t first = std::clamp<std::int64_t>((std::int64_t{box.left} - from) / size.cx - 1, 0, count);
-    const std::int64_t last = std::clamp<std::int64_t>((std::int64_t{box.right} - from) / size.cx + 1, 0, count);
-    if (first >= last) return result;
-    const SourceBitmap source(*bitmap);
-    if (!source) return result;
-
-    const std::int64_t x = from + first * size.cx;
-    const std::int64_t tiles = last - first;
-    // One bit a pixel takes the target's own two colours, which a strip would not have.
-    BITMAP facts{};
-    const bool coloured = ::GetObjectA(bitmap->m_hObject, sizeof facts, &facts) && facts.bmBitsPixel > 1;
-    const bool strips = tiles >= 4 && coloured && HasPlainMapping(dc) && KindOfTarget(dc) != TargetKind::Unknown;
-    if (!strips || !BlitTileStrips(dc, source.Dc(), size, x, tiles, y))
-        BlitTiles(dc, source.Dc(), size, x, tiles, y);
+    RECT area = AreaAt(from, y, rows.Size());
+    area.right = result;
+    const auto write = [&](DibPixel* out, int x, int row, int width, const DibPixel*) {
+        const int phase = static_cast<int>((std::int64_t{x} - from) % rows.Width());
+        if (const DibPixel* tile = rows.Row(row - y)) CopyTiled(out, tile, rows.Width(), phase, width);
+    };
+    if (rows.IsMono() || !ComposeRows(dc, area, Beneath::Nothing, write))
+        BlitTiles(dc, bitmap, rows.Size(), from, count, y);
     return result;
 }
 

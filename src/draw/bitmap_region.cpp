@@ -22,8 +22,8 @@ public:
     RegionBuilder& operator=(const RegionBuilder&) = delete;
 
     void Add(const RECT& rect) {
-        if (m_block.data.rdh.nCount == kBlock) Flush();
-        m_block.rectangles[m_block.data.rdh.nCount++] = rect;
+        if (m_count == kBlock) Flush();
+        m_block.rectangles[m_count++] = rect;
     }
     HRGN Finish() {
         Flush();
@@ -46,34 +46,31 @@ private:
     }
 
     void Flush() {
-        RGNDATAHEADER& header = m_block.data.rdh;
-        if (header.nCount == 0) return;
+        if (m_count == 0) return;
         RECT bounds = m_block.rectangles[0];
-        for (DWORD i = 1; i < header.nCount; ++i) {
+        for (DWORD i = 1; i < m_count; ++i) {
             const RECT& r = m_block.rectangles[i];
             bounds = {std::min(bounds.left, r.left), std::min(bounds.top, r.top),
                       std::max(bounds.right, r.right), std::max(bounds.bottom, r.bottom)};
         }
-        const DWORD bytes = header.nCount * static_cast<DWORD>(sizeof(RECT));
-        header = {sizeof header, RDH_RECTANGLES, header.nCount, bytes, bounds};
+        const DWORD bytes = m_count * static_cast<DWORD>(sizeof(RECT));
+        const DWORD size = static_cast<DWORD>(sizeof m_block.header) + bytes;
+        m_block.header = {sizeof m_block.header, RDH_RECTANGLES, m_count, bytes, bounds};
+        m_count = 0;
         CRgn part;
-        part.Attach(::ExtCreateRegion(nullptr, static_cast<DWORD>(sizeof header) + bytes, &m_block.data));
-        header.nCount = 0;
+        part.Attach(::ExtCreateRegion(nullptr, size, reinterpret_cast<const RGNDATA*>(&m_block)));
         // As in counting: two of a size make one of the next.
         int level = 0;
         for (; level < kLevels - 1 && m_levels[level].m_hObject; ++level) Join(part, m_levels[level]);
         Join(m_levels[level], part);
     }
 
+    // Laid out as RGNDATA, whose rectangles follow the header.
     struct {
-        union {
-            RGNDATA data;
-            struct {
-                RGNDATAHEADER header;
-                RECT rectangles[kBlock];
-            };
-        };
+        RGNDATAHEADER header;
+        RECT rectangles[kBlock];
     } m_block{};
+    DWORD m_count = 0;
     CRgn m_levels[kLevels];
 };
 

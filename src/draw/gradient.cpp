@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 
-#include "draw/surface.h"
+#include "draw/compose.h"
 
 namespace tavix {
 namespace {
@@ -39,7 +38,7 @@ private:
 };
 
 /* Writes the pixels of `count` offsets of the axis from `offset` on, side by side. */
-void WriteRow(DibPixel* out, const Ramp& ramp, int offset, int count) {
+void WriteAcross(DibPixel* out, const Ramp& ramp, int offset, int count) {
     while (count > 0) {
         const int band = Ramp::BandOf(offset);
         const DibPixel pixel = ramp.Pixel(band);
@@ -47,56 +46,26 @@ void WriteRow(DibPixel* out, const Ramp& ramp, int offset, int count) {
     }
 }
 
-/* Writes `rows` rows of one colour a band, from `offset` of the axis on. */
-void WriteColumns(DibPixel* out, int pitch, int width, const Ramp& ramp, int offset, int rows) {
-    while (rows > 0) {
-        const int band = Ramp::BandOf(offset);
-        const DibPixel pixel = ramp.Pixel(band);
-        for (int i = offset - band; i < kBand && rows > 0; ++i, ++offset, --rows, out += pitch)
-            std::fill_n(out, width, pixel);
-    }
-}
-
-void RepeatRow(const DibPixel* row, DibPixel* out, int pitch, int width, int rows) {
-    for (; rows > 0; --rows, out += pitch) std::memcpy(out, row, static_cast<std::size_t>(width) * sizeof *row);
-}
-
-/* Draws the shown part straight into a surface's memory. */
-void DrawInMemory(const PixelAccess& access, const RECT& rect, const RECT& shown, const Ramp& ramp,
-                  bool horizontal) {
-    const int width = shown.right - shown.left;
-    const int height = shown.bottom - shown.top;
-    DibPixel* out = access.At(shown.left, shown.top);
-    if (!horizontal) {
-        WriteColumns(out, access.Pitch(), width, ramp, Wrap(std::int64_t{shown.top} - rect.top), height);
-        return;
-    }
-    WriteRow(out, ramp, Wrap(std::int64_t{shown.left} - rect.left), width);
-    RepeatRow(out, out + access.Pitch(), access.Pitch(), width, height - 1);
-}
-
-/* Composes strips that stay in the processor's cache, and blits them. */
-bool DrawByStrips(HDC dc, const RECT& rect, const RECT& shown, const Ramp& ramp, bool horizontal) {
-    const int width = shown.right - shown.left;
-    const int height = shown.bottom - shown.top;
-    const int rows = std::clamp(kScratchPixels / 2 / width, 1, height);
-    Surface* strip = ScratchSurface(width, rows);
-    if (!strip) return false;
-    ::GdiFlush();
-    if (horizontal) {
-        WriteRow(strip->Row(0), ramp, Wrap(std::int64_t{shown.left} - rect.left), width);
-        RepeatRow(strip->Row(0), strip->Row(0) + strip->width, strip->width, width, rows - 1);
-    }
-    for (int done = 0; done < height; done += rows) {
-        const int now = std::min(rows, height - done);
-        if (!horizontal) {
-            const int offset = Wrap(std::int64_t{shown.top} + done - rect.top);
-            if (done) ::GdiFlush();  // the strip's last blit has to be through
-            WriteColumns(strip->Row(0), strip->width, width, ramp, offset, now);
+bool DrawAcross(HDC dc, const RECT& rect, const Ramp& ramp) {
+    const DibPixel* all = nullptr;  // one row, for all rows are alike
+    return ComposeRows(dc, rect, Beneath::Nothing, [&](DibPixel* out, int x, int, int width, const DibPixel*) {
+        if (!all) {
+            DibPixel* row = RowBuffer(static_cast<std::size_t>(width));
+            WriteAcross(row ? row : out, ramp, Wrap(std::int64_t{x} - rect.left), width);
+            all = row;
         }
-        if (!::BitBlt(dc, shown.left, shown.top + done, width, now, strip->dc, 0, 0, SRCCOPY)) return false;
-    }
-    return true;
+        if (all) CopyPixels(out, all, width);
+    });
+}
+
+bool DrawDown(HDC dc, const RECT& rect, const Ramp& ramp) {
+    int band = -1;
+    DibPixel pixel = 0;
+    return ComposeRows(dc, rect, Beneath::Nothing, [&](DibPixel* out, int, int y, int width, const DibPixel*) {
+        const int here = Ramp::BandOf(Wrap(std::int64_t{y} - rect.top));
+        if (here != band) pixel = ramp.Pixel(band = here);
+        FillPixels(out, width, pixel);
+    });
 }
 
 /* Fills rectangles with changing colours without making a brush for each. */
@@ -130,7 +99,10 @@ private:
  * Band by band through the platform, as for devices of few colours, scaled or turned
  * co-ordinates and rectangles that are not normalised. Bands off the clip box are passed over.
  */
-void DrawByBands(CDC& dc, const RECT& rect, const RECT& box, const Ramp& ramp, bool horizontal, bool nearest) {
+void DrawByBands(CDC& dc, const RECT& rect, const Ramp& ramp, bool horizontal, bool nearest) {
+    RECT box;
+    const int shape = ::GetClipBox(dc, &box);
+    if (shape == ERROR || shape == NULLREGION) return;
     Filler filler(dc, nearest);
     filler.Fill(rect, ramp.Colour(ramp.Span() + 1));
     const int start = horizontal ? rect.left : rect.top;
@@ -161,9 +133,6 @@ COLORREF GradientColour(COLORREF first, COLORREF second, int offset, int span) {
 
 void DrawGradient(CDC* dc, const RECT& rect, COLORREF first, COLORREF second, int horizontal, int nearest) {
     if (!dc || !dc->m_hDC) return;
-    RECT box;
-    const int shape = ::GetClipBox(*dc, &box);
-    if (shape == ERROR || shape == NULLREGION) return;
     if (nearest && ::GetDeviceCaps(*dc, NUMCOLORS) == -1) nearest = 0;
 
     const int width = Wrap(std::int64_t{rect.right} - rect.left);
@@ -173,17 +142,9 @@ void DrawGradient(CDC* dc, const RECT& rect, COLORREF first, COLORREF second, in
     const Ramp ramp(first, second, std::max(across ? width : height, -1));
     // A top byte would ask for a palette's entry: the platform knows which.
     const bool plain_colour = !(second & 0xFF000000u);
-    if (!nearest && plain_colour && width > 0 && height > 0 && HasPlainMapping(*dc)) {
-        RECT shown;
-        if (!::IntersectRect(&shown, &rect, &box)) return;
-        PixelAccess access;
-        if (OpenPixels(*dc, access)) {
-            DrawInMemory(access, rect, shown, ramp, across);
-            return;
-        }
-        if (KindOfTarget(*dc) != TargetKind::Unknown && DrawByStrips(*dc, rect, shown, ramp, across)) return;
-    }
-    DrawByBands(*dc, rect, box, ramp, across, nearest != 0);
+    if (!nearest && plain_colour && width > 0 && height > 0)
+        if (across ? DrawAcross(*dc, rect, ramp) : DrawDown(*dc, rect, ramp)) return;
+    DrawByBands(*dc, rect, ramp, across, nearest != 0);
 }
 
 }  // namespace tavix

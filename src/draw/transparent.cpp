@@ -8,13 +8,22 @@ namespace tavix {
 namespace {
 
 /* Pixel by pixel through the platform: targets of few colours, scaled or turned co-ordinates. */
-void DrawByPixels(HDC dc, BitmapRows& rows, int left, int top, COLORREF key) {
-    for (int y = 0; y < rows.Height(); ++y) {
-        const DibPixel* row = rows.Row(y);
-        if (!row) return;
-        for (int x = 0; x < rows.Width(); ++x) {
-            const COLORREF colour = SwapRedBlue(row[x]);
-            if (colour != key) ::SetPixel(dc, left + x, top + y, colour);
+void DrawByPixels(HDC dc, CBitmap* bitmap, int left, int top, COLORREF key) {
+    RECT box;
+    const int shape = ::GetClipBox(dc, &box);
+    if (shape == ERROR || shape == NULLREGION) return;
+    const PixelImage image = ImageOf(bitmap);
+    const RECT area = AreaAt(left, top, SIZE{image.width, image.height});
+    // A little slack, since scaled co-ordinates round.
+    ::InflateRect(&box, 2, 2);
+    RECT shown;
+    if (!::IntersectRect(&shown, &area, &box)) return;
+    // Column by column: where co-ordinates shrink, the later of several pixels stays.
+    for (int x = shown.left; x < shown.right; ++x) {
+        for (int y = shown.top; y < shown.bottom; ++y) {
+            const std::size_t row = static_cast<std::size_t>(y - top) * static_cast<std::size_t>(image.width);
+            const COLORREF colour = image.pixels[row + static_cast<std::size_t>(x - left)];
+            if (colour != key) ::SetPixel(dc, x, y, colour);
         }
     }
 }
@@ -38,7 +47,7 @@ int DrawTransparent(CDC* dc, CBitmap* bitmap, int left, int top, int, int, COLOR
         if (const DibPixel* row = rows.Row(y - top)) CopyButKey(out, row + (x - left), width, key);
     };
     if (!ComposeRows(*dc, AreaAt(left, top, rows.Size()), Beneath::Target, write))
-        DrawByPixels(*dc, rows, left, top, key);
+        DrawByPixels(*dc, bitmap, left, top, key);
     return 1;
 }
 

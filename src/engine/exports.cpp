@@ -28,9 +28,11 @@ void __cdecl UnInstallTavixSkin(void) try {
 } catch (...) {
 }
 
-int __cdecl IsSkinnedThread(DWORD threadId) {
+int __cdecl IsSkinnedThread(DWORD threadId) try {
     AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
     return CTavixSkin::IsSkinnedThread(threadId);
+} catch (...) {
+    return 0;
 }
 
 int __cdecl SetSkinFromFile(const char* path) try {
@@ -41,20 +43,26 @@ int __cdecl SetSkinFromFile(const char* path) try {
     return 0;
 }
 
-int __cdecl RegisterSkinWnd(HWND) {
+int __cdecl RegisterSkinWnd(HWND) try {
     AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
+    return 1;
+} catch (...) {
     return 1;
 }
 
-int __cdecl UnRegisterSkinWnd(HWND) {
+int __cdecl UnRegisterSkinWnd(HWND) try {
     AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
+    return 1;
+} catch (...) {
     return 1;
 }
 
-HBITMAP __cdecl GetTavixSkinHBITMAP(DWORD id) {
+HBITMAP __cdecl GetTavixSkinHBITMAP(DWORD id) try {
     AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
     CBitmap* bitmap = CTavixSkin::GetGloalTavixSkinBmp(id);
     return bitmap ? static_cast<HBITMAP>(*bitmap) : nullptr;
+} catch (...) {
+    return nullptr;
 }
 
 }  // extern "C"

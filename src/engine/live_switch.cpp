@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "engine/skin_wnd_base.h"
+#include "engine/skin_wnd_proc.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -42,7 +43,10 @@ int CTavixSkin::SetNewSkin(CString path) {
     for (HWND window : windows) {
         // A host may end the skinning inside a repaint; then this engine is gone.
         if (GetCurrentThreadSkin() != this) return 1;
-        if (CSkinWndBaseClass* head = m_lstSkinWnd.Lookup(window)) head->RepaintSkin();
+        if (CSkinWndBaseClass* head = m_lstSkinWnd.Lookup(window)) {
+            tavix::SkinInUse use(head);
+            head->RepaintSkin();
+        }
     }
     for (int i = 0; GetCurrentThreadSkin() == this && i < m_lstRegistedSkinWnd.GetSize(); ++i)
         ::SendMessageA(m_lstRegistedSkinWnd[i], kSkinChangedMessage, 0, 0);

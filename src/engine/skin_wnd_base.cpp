@@ -28,10 +28,16 @@ BOOL CSkinWndBaseClass::Attach(HWND window) {
     CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
     if (!engine) return TRUE;
     CSubclassWndMap* map = engine->GetSkinWndList();
+    CSkinWndBaseClass* head = map->Lookup(window);
+    if (head == this) return TRUE;
     m_hWnd = window;
-    if (CSkinWndBaseClass* head = map->Lookup(window)) {
+    if (head) {
         m_pNextSkin = head;
         m_pfnPrevWndProc = head->m_pfnPrevWndProc;
+    } else if (WNDPROC previous = tavix::AdoptOrphan(window)) {
+        // The shared procedure is among the window's procedures already, perhaps below another's;
+        // a second place there would make it call itself.
+        m_pfnPrevWndProc = previous;
     } else {
         m_pfnPrevWndProc = reinterpret_cast<WNDPROC>(
             ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&SkinWndProc)));

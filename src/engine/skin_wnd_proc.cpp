@@ -7,48 +7,10 @@
 
 namespace {
 
-/*
- * One call of the shared procedure that is on the stack. A handler may destroy its own window
- * (a click that closes a dialog), and so end the object whose code is still running: the
- * object is then handed to the outermost call that uses it and deleted when that one returns.
- */
-struct Activation {
-    CSkinWndBaseClass* head;
-    CSkinWndBaseClass* doomed;
-    Activation* outer;
+struct InnermostUse {
+    tavix::SkinInUse* use = nullptr;
 };
-
-struct ActivationStack {
-    Activation* innermost = nullptr;
-};
-tavix::ThreadSlot<ActivationStack> g_activations;
-
-void DeleteWhenUnused(CSkinWndBaseClass* skin) {
-    Activation* outermost = nullptr;
-    for (Activation* a = g_activations.Get().innermost; a; a = a->outer)
-        if (a->head == skin) outermost = a;
-    if (outermost)
-        outermost->doomed = skin;
-    else
-        delete skin;
-}
-
-class ActivationScope {
-public:
-    explicit ActivationScope(CSkinWndBaseClass* head) : m_stack(g_activations.Get()), m_activation{head, nullptr, m_stack.innermost} {
-        m_stack.innermost = &m_activation;
-    }
-    ~ActivationScope() {
-        m_stack.innermost = m_activation.outer;
-        delete m_activation.doomed;
-    }
-    ActivationScope(const ActivationScope&) = delete;
-    ActivationScope& operator=(const ActivationScope&) = delete;
-
-private:
-    ActivationStack& m_stack;
-    Activation m_activation;
-};
+tavix::ThreadSlot<InnermostUse> g_uses;
 
 /* Puts a message in flight for the length of a scope. */
 class MessageScope {
@@ -84,7 +46,7 @@ LRESULT EndWindow(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, WP
     WNDPROC previous = head->PreviousProc();
     map->RemoveAllSkins(window);
     const LRESULT result = ::CallWindowProcA(previous, window, WM_NCDESTROY, wParam, lParam);
-    DeleteWhenUnused(head);
+    tavix::DeleteWhenUnused(head);
     return result;
 }
 
@@ -93,27 +55,30 @@ LRESULT EndWindow(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, WP
  * answered with something other than 0; `result` is the answer in either case, untouched if
  * the control has no skin.
  */
-bool ReflectColourMessage(CSubclassWndMap* map, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+bool ReflectColourMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     if (message < WM_CTLCOLORMSGBOX || message > WM_CTLCOLORSTATIC) return false;
-    CSkinWndBaseClass* control = map->Lookup(reinterpret_cast<HWND>(lParam));
+    // Asked for anew: the parent's handler may have ended the skinning.
+    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
+    CSkinWndBaseClass* control = engine ? engine->GetSkinWndList()->Lookup(reinterpret_cast<HWND>(lParam)) : nullptr;
     if (!control) return false;
+    tavix::SkinInUse use(control);
     result = control->WindowProc(message, wParam, lParam);
     return result != 0;
 }
 
-LRESULT ColourOfStatic(CSubclassWndMap* map, CSkinWndBaseClass* head, WPARAM wParam, LPARAM lParam) {
+LRESULT ColourOfStatic(CSkinWndBaseClass* head, WPARAM wParam, LPARAM lParam) {
     LRESULT result = head->WindowProc(WM_CTLCOLORSTATIC, wParam, lParam);
     HWND parent = ::GetParent(reinterpret_cast<HWND>(lParam));
     // The system's visual-style subclass marks the windows that it routes colour messages for.
     if (parent && ::GetPropA(parent, "UxSubclassInfo")) return head->WindowProc(WM_CTLCOLORSTATIC, wParam, lParam);
-    ReflectColourMessage(map, WM_CTLCOLORSTATIC, wParam, lParam, result);
+    ReflectColourMessage(WM_CTLCOLORSTATIC, wParam, lParam, result);
     return result;
 }
 
 LRESULT Dispatch(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_NCDESTROY: return EndWindow(map, head, window, wParam, lParam);
-        case WM_CTLCOLORSTATIC: return ColourOfStatic(map, head, wParam, lParam);
+        case WM_CTLCOLORSTATIC: return ColourOfStatic(head, wParam, lParam);
         // Neither the skin nor the window hears of it: what opened the popup has ended it already.
         case WM_UNINITMENUPOPUP: return 0;
         default: return head->WindowProc(message, wParam, lParam);
@@ -131,7 +96,7 @@ LRESULT CALLBACK SkinWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     try {
         AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
         MessageScope inFlight(moduleState.ThreadState()->m_lastSentMsg, window, message, wParam, lParam);
-        ActivationScope activation(head);
+        tavix::SkinInUse use(head);
         return Dispatch(map, head, window, message, wParam, lParam);
     } catch (...) {
         // Out of memory is all that can be thrown here; nothing may fly through the platform's frames.
@@ -141,9 +106,31 @@ LRESULT CALLBACK SkinWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
 
 namespace tavix {
 
+SkinInUse::SkinInUse(CSkinWndBaseClass* skin)
+    : m_skin(skin), m_innermost(g_uses.Get().use), m_outer(m_innermost) {
+    m_innermost = this;
+}
+
+SkinInUse::~SkinInUse() {
+    m_innermost = m_outer;
+    delete m_doomed;
+}
+
+void DeleteWhenUnused(CSkinWndBaseClass* skin) {
+    SkinInUse* outermost = nullptr;
+    for (SkinInUse* use = g_uses.Get().use; use; use = use->m_outer)
+        if (use->m_skin == skin) outermost = use;
+    if (outermost)
+        outermost->m_doomed = skin;
+    else
+        delete skin;
+}
+
 void ReleaseOrphan(CSkinWndBaseClass* head, HWND window) {
     ::SetPropA(window, kOrphanProperty, reinterpret_cast<HANDLE>(head->PreviousProc()));
     DeleteWhenUnused(head);
 }
+
+WNDPROC AdoptOrphan(HWND window) { return reinterpret_cast<WNDPROC>(::RemovePropA(window, kOrphanProperty)); }
 
 }  // namespace tavix

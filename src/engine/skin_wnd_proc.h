@@ -11,9 +11,37 @@ LRESULT CALLBACK SkinWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
 namespace tavix {
 
 /*
+ * Keeps a skin object alive for the length of a scope in which its code runs. A handler may
+ * destroy its own window (a click that closes a dialog), and so end the object: it is then
+ * deleted when the outermost scope that uses it ends.
+ */
+class SkinInUse {
+public:
+    explicit SkinInUse(CSkinWndBaseClass* skin);
+    ~SkinInUse();
+    SkinInUse(const SkinInUse&) = delete;
+    SkinInUse& operator=(const SkinInUse&) = delete;
+
+private:
+    friend void DeleteWhenUnused(CSkinWndBaseClass* skin);
+    CSkinWndBaseClass* m_skin;
+    CSkinWndBaseClass* m_doomed = nullptr;
+    SkinInUse*& m_innermost;  // of the thread
+    SkinInUse* m_outer;
+};
+
+/* Deletes the object, at once or when the last scope that uses it ends. */
+void DeleteWhenUnused(CSkinWndBaseClass* skin);
+
+/*
  * Gives the windows that outlive their thread's engine back to their previous procedures: the
  * shared procedure stays in place, finds no engine, and forwards. The skin objects are deleted.
  */
 void ReleaseOrphan(CSkinWndBaseClass* head, HWND window);
+/*
+ * The previous procedure of a window that outlived a former engine, null for any other window.
+ * The shared procedure is still in place there; the caller's skin object takes the window over.
+ */
+WNDPROC AdoptOrphan(HWND window);
 
 }  // namespace tavix
