@@ -1,16 +1,22 @@
 #include "mouse.h"
 
 #include "failure.h"
+#include "message_loop.h"
 
 namespace gallery {
 
 namespace {
 
-void send_button(DWORD flags) {
+bool send_button(DWORD flags) {
     INPUT input = {};
     input.type = INPUT_MOUSE;
     input.mi.dwFlags = flags;
-    if (SendInput(1, &input, sizeof(input)) != 1) fail_with_last_error("The mouse button can't be pressed");
+    return SendInput(1, &input, sizeof(input)) == 1;
+}
+
+bool is_at(POINT point) {
+    POINT now;
+    return GetCursorPos(&now) && now.x == point.x && now.y == point.y;
 }
 
 LRESULT hit_test(HWND window, POINT point) {
@@ -32,18 +38,26 @@ bool find_close_button(HWND window, const RECT& frame, LONG y, POINT& middle) {
 
 Mouse::~Mouse() {
     park();
-    if (is_pressed_) {
-        INPUT input = {};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = MOUSEEVENTF_LEFTUP;
-        SendInput(1, &input, sizeof(input));
-    }
+    if (is_pressed_) send_button(MOUSEEVENTF_LEFTUP);
 }
 
 void Mouse::park() { SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1); }
 
 void Mouse::move_to(POINT point) {
-    if (!SetCursorPos(point.x, point.y)) fail_with_last_error("The mouse can't be moved");
+    // On some systems the pointer bounces back at first, and a window may then miss that it came to stay.
+    // So it is set anew until it holds, and at last moved by one pixel, which the window can't miss.
+    constexpr int attempts = 20;
+    constexpr DWORD hold_milliseconds = 100;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (!SetCursorPos(point.x, point.y)) fail_with_last_error("The mouse can't be moved");
+        settle(hold_milliseconds);
+        if (is_at(point)) {
+            SetCursorPos(point.x + 1, point.y);
+            settle(hold_milliseconds);
+            if (is_at({point.x + 1, point.y})) return;
+        }
+    }
+    throw Failure("The mouse doesn't stay where it is moved to");
 }
 
 void Mouse::move_to(HWND control) {
@@ -66,7 +80,7 @@ void Mouse::move_to_close_button(HWND window) {
 }
 
 void Mouse::press() {
-    send_button(MOUSEEVENTF_LEFTDOWN);
+    if (!send_button(MOUSEEVENTF_LEFTDOWN)) fail_with_last_error("The mouse button can't be pressed");
     is_pressed_ = true;
 }
 

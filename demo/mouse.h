@@ -15,11 +15,11 @@ public:
 
     /* Into the screen's bottom right corner, where it touches no window of a page. */
     void park();
-    /* Onto a point of the screen. */
+    /* Onto a point of the screen, running messages until it is there. Throws Failure if it won't stay. */
     void move_to(POINT point);
-    /* Onto the middle of a control. Throws Failure for a null window. */
+    /* Onto the middle of a control. Throws Failure as above, and for a null window. */
     void move_to(HWND control);
-    /* Onto the close button of a top-level window. Throws Failure if it has none. */
+    /* Onto the close button of a top-level window. Throws Failure as above, and if it has none. */
     void move_to_close_button(HWND window);
     /* Presses the left button, until the end. */
     void press();

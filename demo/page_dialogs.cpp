@@ -29,7 +29,7 @@ constexpr CaptionKind caption_kinds[] = {
     {"Mail account", "Close, minimise, maximise and help.",
      captioned | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | DS_CONTEXTHELP},
     {"Saving", "A caption without a button.", captioned},
-    {"", "No caption.", WS_POPUP | WS_BORDER},
+    {"", "No caption.", WS_POPUP | WS_THICKFRAME},
 };
 
 /* A text and the two usual buttons in the bottom right corner. */

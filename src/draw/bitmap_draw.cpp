@@ -24,7 +24,7 @@ void DrawPart(HDC dc, CBitmap* bitmap, int x, int y, const SIZE& size) {
     const auto write = [&](DibPixel* out, int left, int row, int width, const DibPixel*) {
         if (const DibPixel* pixels = rows.Row(row - y)) CopyPixels(out, pixels + (left - x), width);
     };
-    if (!rows.IsMono() && ComposeRows(dc, AreaAt(x, y, part), Beneath::Nothing, write)) return;
+    if (rows.AreColours() && ComposeRows(dc, AreaAt(x, y, part), Beneath::Nothing, write)) return;
     if (const SourceBitmap source(*bitmap); source)
         ::BitBlt(dc, x, y, part.cx, part.cy, source.Dc(), 0, 0, SRCCOPY);
 }
@@ -105,7 +105,9 @@ void BlitTiles(HDC dc, CBitmap* bitmap, const CSize& size, int from, std::int64_
 }  // namespace
 
 COLORREF DarkenColor(int amount, COLORREF colour) {
-    const auto darker = [amount](BYTE channel) { return static_cast<BYTE>(::MulDiv(channel, 255 - amount, 255)); };
+    const auto darker = [left = 255 - amount](BYTE channel) {
+        return static_cast<BYTE>(::MulDiv(channel, left, 255));
+    };
     return RGB(darker(GetRValue(colour)), darker(GetGValue(colour)), darker(GetBValue(colour)));
 }
 
@@ -115,13 +117,14 @@ int DrawVerticalStretch(CDC* dc, CBitmap* bitmap, const RECT& rect, COLORREF) {
     if (rows.Width() <= 0 || rows.Height() <= 0) return 1;
     const StretchedColumn column(rect, rows.Size());
     // A rectangle with its top below its bottom gets two pieces apart: rare enough for blits.
-    if (column.Width() > 0 && rect.bottom >= rect.top && !rows.IsMono()) {
+    if (column.Width() > 0 && rect.bottom >= rect.top && rows.AreColours()) {
         const std::int64_t bottom = std::max<std::int64_t>(rect.bottom, std::int64_t{rect.top} + rows.Height());
-        RECT area = rect;
-        // With less height than half of the bitmap's, the lower half starts above the rectangle.
-        area.top = static_cast<LONG>(std::max<std::int64_t>(std::min<std::int64_t>(rect.top, column.LowerTop()), INT_MIN));
+        RECT area = AreaAt(rect.left, rect.top, rows.Size());
+        area.right = std::min(area.right, rect.right);
         area.bottom = static_cast<LONG>(std::min<std::int64_t>(bottom, INT_MAX));
-        area.right = AreaAt(rect.left, rect.top, {static_cast<LONG>(std::min<std::int64_t>(column.Width(), rows.Width())), 0}).right;
+        // With less height than half of the bitmap's, the lower half starts above the rectangle.
+        const std::int64_t top = std::min<std::int64_t>(rect.top, column.LowerTop());
+        area.top = static_cast<LONG>(std::max<std::int64_t>(top, INT_MIN));
         const auto write = [&](DibPixel* out, int x, int y, int width, const DibPixel*) {
             const int from = column.SourceRow(y);
             if (const DibPixel* row = rows.Row(from)) CopyPixels(out, row + (x - rect.left), width);
@@ -158,7 +161,7 @@ int TileHorizontally(CDC& dc, CBitmap* bitmap, int from, int end, int y) {
         const int phase = static_cast<int>((std::int64_t{x} - from) % rows.Width());
         if (const DibPixel* tile = rows.Row(row - y)) CopyTiled(out, tile, rows.Width(), phase, width);
     };
-    if (rows.IsMono() || !ComposeRows(dc, area, Beneath::Nothing, write))
+    if (!rows.AreColours() || !ComposeRows(dc, area, Beneath::Nothing, write))
         BlitTiles(dc, bitmap, rows.Size(), from, count, y);
     return result;
 }

@@ -11,9 +11,9 @@ namespace tavix {
 namespace {
 
 /*
- * Collects rectangles into a region. The platform adds those of one block to each other one by
- * one, at a cost that grows with their square, and older systems refuse large blocks. So blocks
- * are small, and blocks of a size are combined in pairs.
+ * Collects rectangles that do not overlap into a region. They go to the platform as polygons,
+ * which it scans once: rectangles it would add to each other one by one, at a cost that grows
+ * with their square. Blocks are of a bounded size, and those of a size are combined in pairs.
  */
 class RegionBuilder {
 public:
@@ -21,9 +21,14 @@ public:
     RegionBuilder(const RegionBuilder&) = delete;
     RegionBuilder& operator=(const RegionBuilder&) = delete;
 
-    void Add(const RECT& rect) {
+    void Add(const RECT& r) {
         if (m_count == kBlock) Flush();
-        m_block.rectangles[m_count++] = rect;
+        POINT* corner = m_corners + m_count * kCorners;
+        corner[0] = {r.left, r.top};
+        corner[1] = {r.right, r.top};
+        corner[2] = {r.right, r.bottom};
+        corner[3] = {r.left, r.bottom};
+        m_corner_counts[m_count++] = kCorners;
     }
     HRGN Finish() {
         Flush();
@@ -33,7 +38,8 @@ public:
     }
 
 private:
-    static constexpr DWORD kBlock = 16;
+    static constexpr int kBlock = 256;
+    static constexpr int kCorners = 4;
     static constexpr int kLevels = 32;
 
     /* `from` goes into `to`. */
@@ -47,30 +53,18 @@ private:
 
     void Flush() {
         if (m_count == 0) return;
-        RECT bounds = m_block.rectangles[0];
-        for (DWORD i = 1; i < m_count; ++i) {
-            const RECT& r = m_block.rectangles[i];
-            bounds = {std::min(bounds.left, r.left), std::min(bounds.top, r.top),
-                      std::max(bounds.right, r.right), std::max(bounds.bottom, r.bottom)};
-        }
-        const DWORD bytes = m_count * static_cast<DWORD>(sizeof(RECT));
-        const DWORD size = static_cast<DWORD>(sizeof m_block.header) + bytes;
-        m_block.header = {sizeof m_block.header, RDH_RECTANGLES, m_count, bytes, bounds};
-        m_count = 0;
         CRgn part;
-        part.Attach(::ExtCreateRegion(nullptr, size, reinterpret_cast<const RGNDATA*>(&m_block)));
+        part.Attach(::CreatePolyPolygonRgn(m_corners, m_corner_counts, m_count, WINDING));
+        m_count = 0;
         // As in counting: two of a size make one of the next.
         int level = 0;
         for (; level < kLevels - 1 && m_levels[level].m_hObject; ++level) Join(part, m_levels[level]);
         Join(m_levels[level], part);
     }
 
-    // Laid out as RGNDATA, whose rectangles follow the header.
-    struct {
-        RGNDATAHEADER header;
-        RECT rectangles[kBlock];
-    } m_block{};
-    DWORD m_count = 0;
+    POINT m_corners[kBlock * kCorners];
+    INT m_corner_counts[kBlock];
+    int m_count = 0;
     CRgn m_levels[kLevels];
 };
 

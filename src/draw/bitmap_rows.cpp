@@ -26,18 +26,22 @@ BitmapRows::BitmapRows(CBitmap* bitmap) {
     m_mono = facts.bmPlanes * facts.bmBitsPixel == 1;
 }
 
+bool BitmapRows::AreColours() { return !m_mono && Row(0); }
+
 const DibPixel* BitmapRows::Row(int y) {
     if (y < 0 || y >= m_size.cy || m_size.cx <= 0) return nullptr;
     if (y < m_first || y >= m_first + m_count) {
-        const int count = std::clamp(kBlockPixels / m_size.cx, 1, m_size.cy - y);
+        const int count = std::clamp<int>(kBlockPixels / m_size.cx, 1, m_size.cy - y);
         DibPixel* buffer = RowBuffer(static_cast<std::size_t>(m_size.cx) * static_cast<std::size_t>(count));
         m_count = 0;
-        if (!buffer || !ReadRows(m_bitmap, m_size.cx, m_size.cy, y, count, buffer)) return nullptr;
+        if (!buffer || !ReadBlock(m_bitmap, m_size, y, count, buffer)) return nullptr;
         m_rows = buffer;
         m_first = y;
+        m_upwards = true;
         m_count = count;
     }
-    return m_rows + static_cast<std::ptrdiff_t>(y - m_first) * m_size.cx;
+    const int index = m_upwards ? m_first + m_count - 1 - y : y;
+    return m_rows + static_cast<std::ptrdiff_t>(index) * m_size.cx;
 }
 
 }  // namespace tavix

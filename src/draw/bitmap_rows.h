@@ -17,8 +17,11 @@ public:
     int Width() const { return m_size.cx; }
     int Height() const { return m_size.cy; }
     const CSize& Size() const { return m_size; }
-    /* True with one bit a pixel: a blit gives it the target's own two colours. */
-    bool IsMono() const { return m_mono; }
+    /*
+     * True if the rows are what a blit would copy: they can be read, and have more than one bit
+     * a pixel, which a blit gives the target's own two colours.
+     */
+    bool AreColours();
     /*
      * The row `y`, 0 from the top, or null. A row that was got before may be gone. Rows are best
      * asked for downwards.
@@ -32,6 +35,7 @@ private:
     const DibPixel* m_rows = nullptr;
     int m_first = 0;  // what m_rows holds
     int m_count = 0;
+    bool m_upwards = false;  // a block's last row comes first
 };
 
 }  // namespace tavix

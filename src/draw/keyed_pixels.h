@@ -23,20 +23,8 @@ inline void MakeKeyed(DibPixel* pixels, std::size_t count, COLORREF key) {
 }
 
 /* Copies a row of keyed pixels over others. */
-inline void CopyKeyed(DibPixel* out, const DibPixel* keyed, int count) {
-    for (int i = 0; i < count; ++i) {
-        const DibPixel pixel = keyed[i];
-        out[i] = pixel ? pixel & 0xFFFFFFu : out[i];
-    }
-}
-
+void CopyKeyed(DibPixel* out, const DibPixel* keyed, int count);
 /* Copies a row of pixels as a DIB holds them, but those of the key, over others. */
-inline void CopyButKey(DibPixel* out, const DibPixel* from, int count, COLORREF key) {
-    const DibPixel hidden = KeyPixel(key);
-    for (int i = 0; i < count; ++i) {
-        const DibPixel pixel = from[i] & 0xFFFFFFu;
-        out[i] = pixel != hidden ? pixel : out[i];
-    }
-}
+void CopyButKey(DibPixel* out, const DibPixel* from, int count, COLORREF key);
 
 }  // namespace tavix

@@ -9,6 +9,14 @@
 
 namespace tavix {
 
+namespace {
+
+std::size_t PixelCount(const SIZE& size) {
+    return static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy);
+}
+
+}  // namespace
+
 IMPLEMENT_DYNAMIC(CSkinBitmap, CBitmap)
 
 PixelImage ReadPixels(HBITMAP bitmap) {
@@ -24,7 +32,7 @@ PixelImage ImageOf(CBitmap* bitmap) {
     if (rows.Width() <= 0 || rows.Height() <= 0) return {};
     try {
         PixelImage image;
-        image.pixels.reserve(static_cast<std::size_t>(rows.Width()) * static_cast<std::size_t>(rows.Height()));
+        image.pixels.reserve(PixelCount(rows.Size()));
         for (int y = 0; y < rows.Height(); ++y) {
             const DibPixel* row = rows.Row(y);
             if (!row) return {};
@@ -99,8 +107,8 @@ const DWORD* CSkinBitmap::Rows() {
         const CSize size = derived.size;
         if (size.cx <= 0 || size.cy <= 0) return nullptr;
         try {
-            derived.rows.resize(static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
-            if (!ReadRows(*this, size.cx, size.cy, 0, size.cy, derived.rows.data())) derived.rows.clear();
+            derived.rows.resize(PixelCount(size));
+            if (!ReadAll(*this, size, derived.rows.data())) derived.rows.clear();
         } catch (const std::exception&) {
             derived.rows.clear();  // drawn row by row then
         }
@@ -141,8 +149,8 @@ const DWORD* CSkinBitmap::KeyedRows(COLORREF key) {
         DibPixel* bits = nullptr;
         CBitmap copy;
         copy.Attach(CreateDibSection(size.cx, size.cy, &bits));
-        if (!bits || !ReadRows(*this, size.cx, size.cy, 0, size.cy, bits)) return nullptr;
-        MakeKeyed(bits, static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy), key);
+        if (!bits || !ReadAll(*this, size, bits)) return nullptr;
+        MakeKeyed(bits, PixelCount(size), key);
         entry.copy.Attach(copy.Detach());
         entry.copy_rows = bits;
     }

@@ -171,18 +171,17 @@ DibPixel* RowBuffer(std::size_t pixels) {
     }
 }
 
-bool ReadRows(HBITMAP bitmap, int width, int height, int top, int count, DibPixel* pixels) {
-    // The platform counts rows from the bottom, and hands them out in that order.
-    BITMAPINFO info = TrueColourHeader(width, height);
-    const UINT start = static_cast<UINT>(height - top - count);
+bool ReadAll(HBITMAP bitmap, const SIZE& size, DibPixel* pixels) {
+    BITMAPINFO info = TrueColourHeader(size.cx, -size.cy);
+    const UINT lines = static_cast<UINT>(size.cy);
+    return ::GetDIBits(SourceDc(), bitmap, 0, lines, pixels, &info, DIB_RGB_COLORS) == size.cy;
+}
+
+bool ReadBlock(HBITMAP bitmap, const SIZE& size, int top, int count, DibPixel* pixels) {
+    BITMAPINFO info = TrueColourHeader(size.cx, size.cy);
+    const UINT start = static_cast<UINT>(size.cy - top - count);
     const UINT lines = static_cast<UINT>(count);
-    if (::GetDIBits(SourceDc(), bitmap, start, lines, pixels, &info, DIB_RGB_COLORS) != count) return false;
-    for (int a = 0, b = count - 1; a < b; ++a, --b) {
-        DibPixel* upper = pixels + static_cast<std::size_t>(a) * width;
-        DibPixel* lower = pixels + static_cast<std::size_t>(b) * width;
-        std::swap_ranges(upper, upper + width, lower);
-    }
-    return true;
+    return ::GetDIBits(SourceDc(), bitmap, start, lines, pixels, &info, DIB_RGB_COLORS) == count;
 }
 
 SourceBitmap::SourceBitmap(HBITMAP bitmap) {
@@ -202,7 +201,7 @@ SourceBitmap::SourceBitmap(HBITMAP bitmap) {
     if (!::GetObjectA(bitmap, sizeof facts, &facts)) return;
     std::unique_ptr<Surface> copy(new (std::nothrow) Surface);
     if (!copy || !copy->Reserve(facts.bmWidth, facts.bmHeight)) return;
-    if (!ReadRows(bitmap, facts.bmWidth, facts.bmHeight, 0, facts.bmHeight, copy->bits)) return;
+    if (!ReadAll(bitmap, {facts.bmWidth, facts.bmHeight}, copy->bits)) return;
     m_copy = std::move(copy);
     m_dc = m_copy->dc;
 }

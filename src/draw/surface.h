@@ -82,10 +82,12 @@ private:
 };
 
 /*
- * Reads `count` rows from `top` on as 0x00RRGGBB, one after the other; `pixels` has room for
- * them. The top bytes are whatever the bitmap holds.
+ * Reads a bitmap's pixels as 0x00RRGGBB; the top bytes are whatever the bitmap holds. ReadAll
+ * takes all rows from the top, ReadBlock `count` rows from `top` on in the reverse order, in
+ * which the platform counts them. `pixels` has room for them.
  */
-bool ReadRows(HBITMAP bitmap, int width, int height, int top, int count, DibPixel* pixels);
+bool ReadAll(HBITMAP bitmap, const SIZE& size, DibPixel* pixels);
+bool ReadBlock(HBITMAP bitmap, const SIZE& size, int top, int count, DibPixel* pixels);
 
 /* True if a logical unit is a pixel, x to the right and y down. */
 bool HasPlainMapping(HDC dc);

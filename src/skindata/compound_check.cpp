@@ -104,17 +104,31 @@ private:
 
 class FileSource : public ByteSource {
 public:
+    // The file may be open elsewhere: whether it can be had exclusively is for the open that
+    // follows to find out.
     explicit FileSource(const wchar_t* path)
         : file_(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
         LARGE_INTEGER size;
-        if (file_.get() != INVALID_HANDLE_VALUE && GetFileSizeEx(file_.get(), &size)) {
-            size_ = static_cast<uint64_t>(size.QuadPart);
-        }
+        if (file_.get() == INVALID_HANDLE_VALUE || !GetFileSizeEx(file_.get(), &size)) return;
+        size_ = static_cast<uint64_t>(size.QuadPart);
+        if (size_ > kReadWhole) return;
+        const size_t bytes = static_cast<size_t>(size_);
+        whole_ = std::make_unique_for_overwrite<std::byte[]>(bytes);
+        if (!ReadFromFile(0, {whole_.get(), bytes})) size_ = 0;
     }
-    /* 0 for a file that couldn't be opened. */
+    /* 0 for a file that couldn't be read. */
     uint64_t Size() const override { return size_; }
     bool Read(uint64_t offset, std::span<std::byte> to) override {
+        if (!whole_) return ReadFromFile(offset, to);
+        return ImageSource({whole_.get(), static_cast<size_t>(size_)}).Read(offset, to);
+    }
+
+private:
+    // Up to this size one read of everything costs less than many of what is needed.
+    static constexpr uint64_t kReadWhole = 1 << 20;
+
+    bool ReadFromFile(uint64_t offset, std::span<std::byte> to) {
         while (!to.empty()) {
             OVERLAPPED place = {};
             place.Offset = static_cast<DWORD>(offset);
@@ -128,7 +142,6 @@ public:
         return true;
     }
 
-private:
     struct Closer {
         using pointer = HANDLE;
         void operator()(HANDLE file) const {
@@ -137,6 +150,7 @@ private:
     };
     std::unique_ptr<HANDLE, Closer> file_;
     uint64_t size_ = 0;
+    std::unique_ptr<std::byte[]> whole_;
 };
 
 /* A chain that was followed to its end. */
@@ -446,9 +460,12 @@ private:
     std::vector<uint32_t> empty_starts_;
 };
 
-bool IsSound(ByteSource& source) {
-    // The tables are sized by the file, so memory may run out.
+/* Checks what a source made of `from` holds. */
+template <class Source, class From>
+bool IsSound(From from) {
+    // What is held in memory is sized by the file, so memory may run out.
     try {
+        Source source(from);
         return CompoundCheck(source).Run();
     } catch (const std::exception&) {
         return false;
@@ -458,13 +475,11 @@ bool IsSound(ByteSource& source) {
 }  // namespace
 
 bool IsSoundCompoundFile(const wchar_t* path) {
-    FileSource source(path);
-    return IsSound(source);
+    return IsSound<FileSource>(path);
 }
 
 bool IsSoundCompoundImage(std::span<const std::byte> image) {
-    ImageSource source(image);
-    return IsSound(source);
+    return IsSound<ImageSource>(image);
 }
 
 }  // namespace tavix

@@ -11,7 +11,7 @@
 namespace tavix::test {
 namespace {
 
-constexpr DWORD kTimeLimit = 5000;
+constexpr DWORD kTimeLimit = 10000;
 
 std::vector<CompoundElement> Content() {
     std::vector<CompoundElement> content = {

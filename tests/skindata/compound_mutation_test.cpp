@@ -131,7 +131,7 @@ unsigned TryMutations(uint32_t first, uint32_t count) {
 }
 
 TEST(CompoundMutation, WhatPassesTheCheckIsOpenedReadAndExtendedInTime) {
-    constexpr uint32_t kCount = 6000;
+    constexpr uint32_t kCount = 5000;
     const unsigned passed = TryMutations(1, kCount);
     // Both outcomes are common, or the mutations would say little.
     EXPECT_GT(passed, kCount / 10);

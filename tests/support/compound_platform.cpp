@@ -1,6 +1,7 @@
 #include "support/compound_platform.h"
 
 #include <cstdio>
+#include <mutex>
 
 namespace tavix::test {
 namespace {
@@ -119,12 +120,15 @@ void RewriteAll(IStorage* storage, unsigned round) {
     });
 }
 
-/* What the watching thread has to know. */
+/* What the watching thread has to know of the work under way. */
 struct Watch {
-    HANDLE done;
-    HANDLE worker;
-    DWORD milliseconds;
-    const char* what;
+    std::mutex mutex;
+    bool active = false;
+    std::string what;
+    HANDLE worker = nullptr;
+    ULONGLONG limit = 0;
+    ULONGLONG started = 0;
+    ULONGLONG computed = 0;
 };
 
 /* The computing time of a thread so far. */
@@ -137,20 +141,30 @@ ULONGLONG Milliseconds(HANDLE thread) {
 }
 
 DWORD WINAPI Watcher(void* parameter) {
-    const Watch& watch = *static_cast<const Watch*>(parameter);
-    const ULONGLONG computed = Milliseconds(watch.worker);
-    const ULONGLONG started = GetTickCount64();
-    // A busy machine may let the worker wait, which is no fault of the worker's.
-    while (WaitForSingleObject(watch.done, 100) == WAIT_TIMEOUT) {
-        if (Milliseconds(watch.worker) - computed < watch.milliseconds &&
-            GetTickCount64() - started < 10 * watch.milliseconds) {
+    Watch& watch = *static_cast<Watch*>(parameter);
+    for (;;) {
+        Sleep(50);
+        const std::lock_guard lock(watch.mutex);
+        if (!watch.active) continue;
+        // A busy machine may let the worker wait, which is no fault of the worker's.
+        if (Milliseconds(watch.worker) - watch.computed < watch.limit &&
+            GetTickCount64() - watch.started < 10 * watch.limit) {
             continue;
         }
-        std::fprintf(stderr, "hangs: %s\n", watch.what);
+        std::fprintf(stderr, "hangs: %s\n", watch.what.c_str());
         std::fflush(stderr);
         TerminateProcess(GetCurrentProcess(), 3);
     }
-    return 0;
+}
+
+/* Starts watching with the first call; the thread lives as long as the process. */
+Watch& TheWatch() {
+    static Watch& watch = []() -> Watch& {
+        Watch* made = new Watch;
+        CloseHandle(CreateThread(nullptr, 0, Watcher, made, 0, nullptr));
+        return *made;
+    }();
+    return watch;
 }
 
 }  // namespace
@@ -245,16 +259,25 @@ void PlatformCompound::Rewrites(unsigned round) const {
 }
 
 void RunWatched(const std::string& what, DWORD milliseconds, const std::function<void()>& work) {
-    Watch watch = {CreateEventW(nullptr, TRUE, FALSE, nullptr), nullptr, milliseconds, what.c_str()};
-    DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &watch.worker, 0, FALSE,
+    Watch& watch = TheWatch();
+    HANDLE self = nullptr;
+    DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &self, 0, FALSE,
                     DUPLICATE_SAME_ACCESS);
-    const HANDLE thread = CreateThread(nullptr, 0, Watcher, &watch, 0, nullptr);
+    {
+        const std::lock_guard lock(watch.mutex);
+        watch.what = what;
+        watch.worker = self;
+        watch.limit = milliseconds;
+        watch.started = GetTickCount64();
+        watch.computed = Milliseconds(self);
+        watch.active = true;
+    }
     work();
-    SetEvent(watch.done);
-    WaitForSingleObject(thread, INFINITE);
-    CloseHandle(thread);
-    CloseHandle(watch.worker);
-    CloseHandle(watch.done);
+    {
+        const std::lock_guard lock(watch.mutex);
+        watch.active = false;
+    }
+    CloseHandle(self);
 }
 
 }  // namespace tavix::test

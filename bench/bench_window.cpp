@@ -1,0 +1,75 @@
+#include "bench_window.h"
+
+#include "benches.h"
+
+namespace bench {
+
+namespace {
+
+LRESULT CALLBACK HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::DefWindowProcA(window, message, wParam, lParam);
+}
+
+const char* Registered(const char* name) {
+    WNDCLASSA host{};
+    host.lpfnWndProc = &HostProc;
+    host.hInstance = ::GetModuleHandleA(nullptr);
+    host.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
+    host.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    host.lpszClassName = name;
+    ::RegisterClassA(&host);  // fails harmlessly the second time
+    return name;
+}
+
+INT_PTR CALLBACK PlainDialog(HWND, UINT message, WPARAM, LPARAM) { return message == WM_INITDIALOG; }
+
+}  // namespace
+
+const char* SkinnedFrameClass() { return Registered("Tavix_PaneA"); }
+const char* PlainClass() { return Registered("BenchHost"); }
+
+Window::Window(const char* className, DWORD style, const CRect& at, HWND parent)
+    : m_window(::CreateWindowExA(0, className, "Measured", style, at.left, at.top, at.Width(), at.Height(), parent,
+                                 nullptr, ::GetModuleHandleA(nullptr), nullptr)) {}
+
+Window::~Window() {
+    if (m_window) ::DestroyWindow(m_window);
+}
+
+Window MakeDialog(const CRect& at) {
+    struct {
+        DLGTEMPLATE head;
+        WORD menu, windowClass, title;
+    } dialog{};
+    dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE;
+    dialog.head.cx = 100;
+    dialog.head.cy = 80;
+    HWND window = ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &dialog.head, nullptr, &PlainDialog, 0);
+    ::SetWindowPos(window, nullptr, at.left, at.top, at.Width(), at.Height(), SWP_NOZORDER);
+    return Window(window);
+}
+
+void RepaintFrame(HWND window) {
+    ::SendMessageA(window, WM_NCPAINT, 1, 0);
+    ::GdiFlush();
+}
+
+void RepaintClient(HWND window) {
+    ::InvalidateRect(window, nullptr, TRUE);
+    ::UpdateWindow(window);
+    ::GdiFlush();
+}
+
+NativeWindows::NativeWindows()
+    : frame(::CreateWindowExA(0, PlainClass(), "Native", kFrameStyle, 0, 0, 1024, 768, nullptr, nullptr, nullptr, nullptr)),
+      buttonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 80, nullptr, nullptr, nullptr, nullptr)),
+      button(::CreateWindowExA(0, "Button", "Measured", kButtonStyle, 10, 10, 90, 26, buttonParent, nullptr, nullptr, nullptr)) {
+    Pump();
+}
+
+NativeWindows::~NativeWindows() {
+    ::DestroyWindow(buttonParent);
+    ::DestroyWindow(frame);
+}
+
+}  // namespace bench

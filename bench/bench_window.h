@@ -1,0 +1,39 @@
+/* Windows for measuring. */
+#pragma once
+
+#include <windows.h>
+
+#include "tavixskin/framework/geometry.h"
+
+namespace bench {
+
+/* The library's own frame class, and one that it does not know. Registered at the first use. */
+const char* SkinnedFrameClass();
+const char* PlainClass();
+
+/* A window that ends with the scope. */
+class Window {
+public:
+    Window(const char* className, DWORD style, const CRect& at, HWND parent = nullptr);
+    explicit Window(HWND window) : m_window(window) {}
+    ~Window();
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+    Window(Window&& other) noexcept : m_window(other.m_window) { other.m_window = nullptr; }
+    operator HWND() const { return m_window; }
+
+private:
+    HWND m_window;
+};
+
+/* A modeless dialog without controls, made from a template in memory. */
+Window MakeDialog(const CRect& at);
+
+constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
+constexpr DWORD kButtonStyle = WS_CHILD | WS_VISIBLE;
+
+/* Repaint at once, and wait until it is drawn. */
+void RepaintFrame(HWND window);
+void RepaintClient(HWND window);
+
+}  // namespace bench

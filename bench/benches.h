@@ -1,0 +1,38 @@
+/* What is measured, a function a room of the library. */
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "harness.h"
+
+namespace bench {
+
+void MeasureDrawing(Report& report);
+/* Before the thread is skinned. */
+void MeasureLoading(Report& report, const std::string& skin);
+
+/*
+ * Native windows to measure beside. They are made before the thread is skinned and so stay
+ * native for life.
+ */
+class NativeWindows {
+public:
+    NativeWindows();
+    ~NativeWindows();
+    NativeWindows(const NativeWindows&) = delete;
+    NativeWindows& operator=(const NativeWindows&) = delete;
+
+    HWND frame;
+    HWND buttonParent;
+    HWND button;
+};
+
+/* While the thread is skinned with the file `skin`. */
+void MeasurePainting(Report& report, const NativeWindows& native);
+void MeasureMessages(Report& report);
+void MeasureSwitch(Report& report, const std::string& skin);
+void MeasureMemory(Report& report);
+
+}  // namespace bench
