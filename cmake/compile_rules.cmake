@@ -5,7 +5,7 @@ target_compile_options(tavix_rules INTERFACE -Wall -Wextra -Werror)
 target_compile_definitions(tavix_rules INTERFACE
   WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601 WINVER=0x0601 _WIN32_IE=0x0700)
 # The language's runtime goes into every binary: nothing but the system's DLLs is imported.
-target_link_options(tavix_rules INTERFACE -static -static-libgcc -static-libstdc++ $<$<CONFIG:Release>:-s>)
+target_link_options(tavix_rules INTERFACE -static -static-libgcc -static-libstdc++)
 
 # The test builds trap on undefined behaviour, broken library preconditions and smashed stacks.
 add_library(tavix_checks INTERFACE)
@@ -18,3 +18,7 @@ target_link_options(tavix_checks INTERFACE -fstack-protector-strong)
 add_library(tavix_system_libraries INTERFACE)
 target_link_libraries(tavix_system_libraries INTERFACE
   gdi32 user32 comctl32 ole32 uuid shlwapi msimg32 imagehlp)
+
+# What is shipped carries no symbols; the test programs keep theirs.
+add_library(tavix_shipped INTERFACE)
+target_link_options(tavix_shipped INTERFACE -s)

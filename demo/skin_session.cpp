@@ -18,6 +18,12 @@ std::string full_path(const std::string& path) {
     return full;
 }
 
+/* The library repaints without erasing, which leaves a dialog's background as it was. */
+BOOL CALLBACK redraw_whole(HWND window, LPARAM) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    return TRUE;
+}
+
 }  // namespace
 
 SkinSession::SkinSession(const std::string& skin_file) : file_(full_path(skin_file)) {
@@ -40,6 +46,7 @@ SkinSession::~SkinSession() { uninstall_(); }
 
 bool SkinSession::reload() {
     if (!set_skin_(file_.c_str())) return false;
+    EnumThreadWindows(GetCurrentThreadId(), redraw_whole, 0);
     warn_if_empty();
     return true;
 }

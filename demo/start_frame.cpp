@@ -41,7 +41,11 @@ StartFrame::StartFrame(const char* skin) : skin_(skin), font_(create_message_fon
     OwnedMenu bar(CreateMenu());
     AppendMenuA(bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(create_page_menu()), "&Pages");
     const int height = first_button_y + static_cast<int>(all_pages().size()) * button_step + 100;
-    constexpr int x = 900, y = 40, width = 330;
+    // In the corner where pages come last, as they are laid out from the top left.
+    RECT work;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    constexpr int width = 330, gap = 20;
+    const int x = work.right - width - gap, y = work.bottom - height - gap;
     if (!CreateWindowExA(WS_EX_CONTROLPARENT, start_class, "Gallery", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                          x, y, width, height, nullptr, bar.get(), description.hInstance, this))
         fail_with_last_error("The start frame can't be made");

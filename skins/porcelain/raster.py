@@ -19,7 +19,7 @@ def mix(first, second, amount):
     return tuple(a + (b - a) * amount for a, b in zip(first, second))
 
 
-# ---- shapes ---------------------------------------------------------------------------------------------------------
+# ---- shapes ------------------------------------------------------------------------------------------------
 
 def rounded(left, top, right, bottom, radius):
     """A rectangle with round corners; its edges lie on pixel borders."""
@@ -54,7 +54,7 @@ def coverage(shape, x, y):
     return min(1, max(0, 0.5 - shape(x + 0.5, y + 0.5)))
 
 
-# ---- canvas ---------------------------------------------------------------------------------------------------------
+# ---- canvas ------------------------------------------------------------------------------------------------
 
 class Canvas:
     """A picture of `width` by `height` pixels, kept as colours with fractions until it is written."""
@@ -98,8 +98,8 @@ class Canvas:
                 self.put(x, y, colour, coverage(shape, x, y))
 
     def key_outside(self, shape, key, threshold=0.08):
-        """Gives the key colour to every pixel that the shape doesn't cover. The key stays exact: a pixel is either
-        the key or opaque, with its edge already blended against the surface it will stand on."""
+        """Gives the key colour to every pixel that the shape doesn't cover. The key stays exact: a pixel is
+        either the key or opaque, with its edge already blended against the surface it will stand on."""
         for y in range(self.height):
             for x in range(self.width):
                 if coverage(shape, x, y) < threshold:
@@ -128,8 +128,8 @@ class Canvas:
         return piece
 
     def png(self):
-        """The picture as the bytes of a 24-bit PNG file. The pixels stand in stored blocks, so that the bytes don't
-        depend on the release of a compressor."""
+        """The picture as the bytes of a 24-bit PNG file. The pixels stand in stored blocks, so that the bytes
+        don't depend on the release of a compressor."""
         raw = b''.join(b'\0' + bytes(min(255, max(0, int(channel + 0.5))) for pixel in row for channel in pixel)
                        for row in self.rows)
         blocks = [raw[i:i + 65535] for i in range(0, len(raw), 65535)]

@@ -2,7 +2,7 @@
 
 from raster import mix, rgb
 
-# ---- palette --------------------------------------------------------------------------------------------------------
+# ---- palette -----------------------------------------------------------------------------------------------
 
 WHITE = rgb('#FFFFFF')
 INK = rgb('#22374F')            # glyphs on light surfaces
@@ -16,10 +16,10 @@ MIST_LINE = rgb('#9CB4CD')      # edge of tinted faces
 LINE = rgb('#AEBAC8')           # hairline round fields, lists and pages
 LINE_SOFT = rgb('#D3DAE2')      # hairline between parts of one surface
 PORCELAIN = rgb('#F7F8FA')      # the lightest surface that isn't white
-SURFACE_TOP = rgb('#F1F4F7')    # dialog surface, top
-SURFACE_END = rgb('#E6EBF0')    # dialog surface, bottom
+SURFACE_TOP = rgb('#EEF1F5')    # dialog surface, top
+SURFACE_END = rgb('#E3E9EE')    # dialog surface, bottom
 SURFACE = mix(SURFACE_TOP, SURFACE_END, 0.35)   # what marks and corners are blended against
-PAGE = rgb('#F6F8FA')           # tab page
+PAGE = rgb('#F3F5F8')           # tab page; an edit field has no border, and its white must stand out here
 TRACK = rgb('#EBEFF3')          # scroll bar track
 MUTED = rgb('#A3AFBC')          # glyphs of disabled parts
 RED_LIGHT = rgb('#DE6A60')      # hot close button, head
@@ -30,21 +30,21 @@ KEY = rgb('#FF00FF')            # transparent key of marks, grips, arrows and co
 REGION_KEY = rgb('#FF0000')     # key of window corners; the library's own fixed value
 MENU_KEY = rgb('#C2CBCF')       # key of the two menu marks; the library's own fixed value
 
-# ---- sizes ----------------------------------------------------------------------------------------------------------
+# ---- sizes -------------------------------------------------------------------------------------------------
 
-BORDER = 5              # side and bottom borders; also the width of the frame's two caption ends, which must agree
+BORDER = 5      # side and bottom borders; the two ends of a frame's caption are as wide, and must be
 FRAME_CAPTION = 30
-DIALOG_CAPTION = 26
-FRAME_BUTTON = {'left': -86, 'top': 6, 'width': 26, 'height': 18}     # left: of the left-most button
-DIALOG_BUTTON = {'left': -7, 'top': 5, 'width': 24, 'height': 17}     # left: the right edge of the right-most button
-PLATE_WIDTH = 360       # the title gets this less 60
+DIALOG_CAPTION = 25     # icon (from row 5), title (rows 5 to 24) and buttons then stand within 2 pixels of one middle
+FRAME_BUTTON = {'left': -86, 'top': 6, 'width': 26, 'height': 18}     # left: left edge of the left-most one
+DIALOG_BUTTON = {'left': -7, 'top': 5, 'width': 24, 'height': 16}     # left: right edge of the right-most one
+PLATE_WIDTH = 310       # the title gets this less 60; a plate wider than the window would cover the corners
 
 SIZES = {
     'SZ_FRAME_LEFT': BORDER,
     'SZ_FRAME_RIGHT': BORDER,
     'SZ_FRAME_BOTTOM': BORDER,
     'SZ_FRAME_CAPTION': FRAME_CAPTION,
-    'SZ_MIN_TRACK_X': 300,          # less 100: 200
+    'SZ_MIN_TRACK_X': 420,          # less 100: 320, which holds the title plate
     'SZ_MIN_TRACK_Y': 180,          # less 100: 80
     'SZ_FRAME_BUTTONS': FRAME_BUTTON,
     'SZ_FRAME_MENU_STRIP': 26,
@@ -60,7 +60,7 @@ SIZES = {
     'SZ_HEAD_SPARE': 0,
 }
 
-# ---- colours --------------------------------------------------------------------------------------------------------
+# ---- colours -----------------------------------------------------------------------------------------------
 
 FRAME_SIDE = rgb('#E8EDF2')     # side borders at the top; the patches of a menu bar frame end in it
 FRAME_FOOT = rgb('#DCE3EA')
@@ -108,12 +108,12 @@ COLOURS = {
     'CLR_EDIT_BACK': WHITE,
     'CLR_EDIT_SPARE': WHITE,
     'CLR_EDIT_BACK_DISABLED': rgb('#E9EDF1'),
-    'CLR_BTN_SPARE_44': rgb('#8EA2B8'),
-    'CLR_BTN_BORDER': rgb('#8EA2B8'),
+    'CLR_BTN_SPARE_44': rgb('#788FA9'),
+    'CLR_BTN_BORDER': rgb('#788FA9'),
     'CLR_BTN_NORMAL_FROM': WHITE,       # under black text
     'CLR_BTN_NORMAL_TO': rgb('#E4EAF0'),
-    'CLR_BTN_SPARE_48': rgb('#8EA2B8'),
-    'CLR_BTN_SPARE_49': rgb('#8EA2B8'),
+    'CLR_BTN_SPARE_48': rgb('#788FA9'),
+    'CLR_BTN_SPARE_49': rgb('#788FA9'),
     'CLR_BTN_HOT_FROM': rgb('#6389B1'),     # hot and pressed: under white text
     'CLR_BTN_HOT_TO': rgb('#4C7099'),
     'CLR_BTN_SPARE_52': SLATE_DEEP,

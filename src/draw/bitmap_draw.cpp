@@ -21,7 +21,7 @@ void DrawPart(HDC dc, CBitmap* bitmap, int x, int y, const SIZE& size) {
     BitmapRows rows(bitmap);
     const CSize part(std::min<int>(size.cx, rows.Width()), std::min<int>(size.cy, rows.Height()));
     if (part.cx <= 0 || part.cy <= 0) return;
-    const auto write = [&](DibPixel* out, int left, int row, int width, const DibPixel*) {
+    const auto write = [&](DibPixel* out, int left, int row, int width) {
         if (const DibPixel* pixels = rows.Row(row - y)) CopyPixels(out, pixels + (left - x), width);
     };
     if (rows.AreColours() && ComposeRows(dc, AreaAt(x, y, part), Beneath::Nothing, write)) return;
@@ -33,12 +33,15 @@ void DrawPart(HDC dc, CBitmap* bitmap, int x, int y, const SIZE& size) {
 class StretchedColumn {
 public:
     StretchedColumn(const RECT& rect, const CSize& size)
-        : m_rect(rect), m_high(size.cy), m_middle(size.cy / 2), m_asked(std::int64_t{rect.right} - rect.left) {}
+        : m_rect(rect),
+          m_high(size.cy),
+          m_middle(size.cy / 2),
+          m_width(std::int64_t{rect.right} - rect.left) {}
 
     std::int64_t LowerTop() const { return std::int64_t{m_rect.bottom} - m_middle; }
     std::int64_t RepeatTop() const { return std::int64_t{m_rect.top} + m_middle; }
     int Middle() const { return m_middle; }
-    std::int64_t Width() const { return m_asked; }
+    std::int64_t Width() const { return m_width; }
 
     /*
      * The bitmap's row that ends up in row `y` of the target, or -1. The whole bitmap is drawn at
@@ -55,11 +58,12 @@ private:
     RECT m_rect;
     int m_high;
     int m_middle;
-    std::int64_t m_asked;
+    std::int64_t m_width;
 };
 
 /* The same by blits, one a row, for targets that allow nothing else. */
-void BlitStretched(HDC dc, CBitmap* bitmap, const RECT& rect, const CSize& size, const StretchedColumn& column) {
+void BlitStretched(HDC dc, CBitmap* bitmap, const RECT& rect, const CSize& size,
+                   const StretchedColumn& column) {
     RECT box;
     if (!ShownBox(dc, box) || column.Width() < INT_MIN || column.LowerTop() < INT_MIN) return;
     const SourceBitmap source(*bitmap);
@@ -118,14 +122,15 @@ int DrawVerticalStretch(CDC* dc, CBitmap* bitmap, const RECT& rect, COLORREF) {
     const StretchedColumn column(rect, rows.Size());
     // A rectangle with its top below its bottom gets two pieces apart: rare enough for blits.
     if (column.Width() > 0 && rect.bottom >= rect.top && rows.AreColours()) {
-        const std::int64_t bottom = std::max<std::int64_t>(rect.bottom, std::int64_t{rect.top} + rows.Height());
+        const std::int64_t whole = std::int64_t{rect.top} + rows.Height();
+        const std::int64_t bottom = std::max<std::int64_t>(rect.bottom, whole);
         RECT area = AreaAt(rect.left, rect.top, rows.Size());
         area.right = std::min(area.right, rect.right);
         area.bottom = static_cast<LONG>(std::min<std::int64_t>(bottom, INT_MAX));
         // With less height than half of the bitmap's, the lower half starts above the rectangle.
         const std::int64_t top = std::min<std::int64_t>(rect.top, column.LowerTop());
         area.top = static_cast<LONG>(std::max<std::int64_t>(top, INT_MIN));
-        const auto write = [&](DibPixel* out, int x, int y, int width, const DibPixel*) {
+        const auto write = [&](DibPixel* out, int x, int y, int width) {
             const int from = column.SourceRow(y);
             if (const DibPixel* row = rows.Row(from)) CopyPixels(out, row + (x - rect.left), width);
         };
@@ -157,7 +162,7 @@ int TileHorizontally(CDC& dc, CBitmap* bitmap, int from, int end, int y) {
 
     RECT area = AreaAt(from, y, rows.Size());
     area.right = result;
-    const auto write = [&](DibPixel* out, int x, int row, int width, const DibPixel*) {
+    const auto write = [&](DibPixel* out, int x, int row, int width) {
         const int phase = static_cast<int>((std::int64_t{x} - from) % rows.Width());
         if (const DibPixel* tile = rows.Row(row - y)) CopyTiled(out, tile, rows.Width(), phase, width);
     };

@@ -36,10 +36,9 @@ inline RECT AreaAt(int x, int y, const SIZE& size) {
 }
 
 /*
- * Composes the part of `area` that shows, calling write(out, x, y, width, above) for each of
- * its rows in turn: `width` pixels from (x, y) of the target's co-ordinates go to `out`, and
- * `above` is the row written before where that is at hand, else null. False, with nothing
- * drawn, if the target has to be drawn by the platform's own operations.
+ * Composes the part of `area` that shows, calling write(out, x, y, width) for each of its rows
+ * in turn: `width` pixels from (x, y) of the target's co-ordinates go to `out`. False, with
+ * nothing drawn, if the target has to be drawn by the platform's own operations.
  */
 template <class Write>
 bool ComposeRows(HDC dc, const RECT& area, Beneath beneath, Write write) {
@@ -47,12 +46,8 @@ bool ComposeRows(HDC dc, const RECT& area, Beneath beneath, Write write) {
     RECT shown;
     if (OpenPixels(dc, access)) {
         if (!::IntersectRect(&shown, &area, &access.box)) return true;
-        DibPixel* above = nullptr;
-        for (int y = shown.top; y < shown.bottom; ++y) {
-            DibPixel* out = access.At(shown.left, y);
-            write(out, static_cast<int>(shown.left), y, static_cast<int>(shown.right - shown.left), above);
-            above = out;
-        }
+        const int width = shown.right - shown.left;
+        for (int y = shown.top; y < shown.bottom; ++y) write(access.At(shown.left, y), shown.left, y, width);
         return true;
     }
 
@@ -80,12 +75,7 @@ bool ComposeRows(HDC dc, const RECT& area, Beneath beneath, Write write) {
         if (beneath == Beneath::Target)
             ::BitBlt(strip->dc, 0, 0, width, rows, dc, shown.left, top, SRCCOPY);
         ::GdiFlush();  // whatever the platform does to the strip comes first
-        DibPixel* above = nullptr;
-        for (int y = 0; y < rows; ++y) {
-            DibPixel* out = strip->Row(y);
-            write(out, static_cast<int>(shown.left), top + y, width, above);
-            above = out;
-        }
+        for (int y = 0; y < rows; ++y) write(strip->Row(y), shown.left, top + y, width);
         ::BitBlt(dc, shown.left, top, width, rows, strip->dc, 0, 0, SRCCOPY);
     }
     return true;

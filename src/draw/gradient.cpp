@@ -10,8 +10,19 @@ namespace {
 
 constexpr int kBand = 2;
 
+/*
+ * MulDiv for what a gradient hands it most: rounded to the nearest, halves away from zero, and
+ * a division by a positive number that 32 bits hold together with the product.
+ */
+int Scale(int difference, int offset, int span) {
+    constexpr int kFits = 1 << 22;  // times a channel's 255 and a half
+    if (span <= 0 || span > kFits || offset < 0 || offset > span) return ::MulDiv(difference, offset, span);
+    const int product = difference * offset;
+    return (product + (product < 0 ? -span / 2 : span / 2)) / span;
+}
+
 BYTE Channel(BYTE first, BYTE second, int offset, int span) {
-    return static_cast<BYTE>(first + ::MulDiv(second - first, offset, span));
+    return static_cast<BYTE>(first + Scale(second - first, offset, span));
 }
 
 /* Differences and sums as a 32-bit register makes them: an absurd rectangle wraps. */
@@ -20,7 +31,8 @@ int Wrap(std::int64_t value) { return static_cast<int>(static_cast<std::uint32_t
 /* The colours along the gradient's axis. */
 class Ramp {
 public:
-    Ramp(COLORREF first, COLORREF second, int length) : m_first(first), m_second(second), m_span(length - kBand) {}
+    Ramp(COLORREF first, COLORREF second, int length)
+        : m_first(first), m_second(second), m_span(length - kBand) {}
 
     /* Offset of the band that a pixel of the axis lies in. */
     static int BandOf(int offset) { return offset - offset % kBand; }
@@ -48,7 +60,7 @@ void WriteAcross(DibPixel* out, const Ramp& ramp, int offset, int count) {
 
 bool DrawAcross(HDC dc, const RECT& rect, const Ramp& ramp) {
     const DibPixel* all = nullptr;  // one row, for all rows are alike
-    return ComposeRows(dc, rect, Beneath::Nothing, [&](DibPixel* out, int x, int, int width, const DibPixel*) {
+    return ComposeRows(dc, rect, Beneath::Nothing, [&](DibPixel* out, int x, int, int width) {
         if (!all) {
             DibPixel* row = RowBuffer(static_cast<std::size_t>(width));
             WriteAcross(row ? row : out, ramp, Wrap(std::int64_t{x} - rect.left), width);
@@ -61,7 +73,7 @@ bool DrawAcross(HDC dc, const RECT& rect, const Ramp& ramp) {
 bool DrawDown(HDC dc, const RECT& rect, const Ramp& ramp) {
     int band = -1;
     DibPixel pixel = 0;
-    return ComposeRows(dc, rect, Beneath::Nothing, [&](DibPixel* out, int, int y, int width, const DibPixel*) {
+    return ComposeRows(dc, rect, Beneath::Nothing, [&](DibPixel* out, int, int y, int width) {
         const int here = Ramp::BandOf(Wrap(std::int64_t{y} - rect.top));
         if (here != band) pixel = ramp.Pixel(band = here);
         FillPixels(out, width, pixel);

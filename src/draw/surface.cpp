@@ -236,7 +236,8 @@ bool OpenPixels(HDC dc, PixelAccess& access) {
     Surface* surface = Pool().painted;
     while (surface && surface->dc != dc) surface = surface->next_painted;
     // A painter may have selected a bitmap of its own, or turned the co-ordinates.
-    if (!surface || ::GetCurrentObject(dc, OBJ_BITMAP) != surface->bitmap || !HasPlainMapping(dc)) return false;
+    if (!surface || ::GetCurrentObject(dc, OBJ_BITMAP) != surface->bitmap) return false;
+    if (!HasPlainMapping(dc)) return false;
     const int shape = ::GetClipBox(dc, &access.box);
     if (shape != SIMPLEREGION && shape != NULLREGION) return false;
     access.origin = {0, 0};

@@ -35,7 +35,7 @@ int DrawTransparent(CDC* dc, CBitmap* bitmap, int left, int top, int, int, COLOR
     CSkinBitmap* skin = AsSkinBitmap(bitmap);
     if (const DibPixel* keyed = skin ? skin->KeyedRows(key) : nullptr) {
         const CSize size = skin->Size();
-        const auto write = [&](DibPixel* out, int x, int y, int width, const DibPixel*) {
+        const auto write = [&](DibPixel* out, int x, int y, int width) {
             CopyKeyed(out, keyed + std::ptrdiff_t{y - top} * size.cx + (x - left), width);
         };
         if (ComposeRows(*dc, AreaAt(left, top, size), Beneath::Target, write)) return 1;
@@ -43,7 +43,7 @@ int DrawTransparent(CDC* dc, CBitmap* bitmap, int left, int top, int, int, COLOR
 
     BitmapRows rows(bitmap);
     if (rows.Width() <= 0 || rows.Height() <= 0) return 1;
-    const auto write = [&](DibPixel* out, int x, int y, int width, const DibPixel*) {
+    const auto write = [&](DibPixel* out, int x, int y, int width) {
         if (const DibPixel* row = rows.Row(y - top)) CopyButKey(out, row + (x - left), width, key);
     };
     if (!ComposeRows(*dc, AreaAt(left, top, rows.Size()), Beneath::Target, write))

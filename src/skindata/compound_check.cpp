@@ -112,21 +112,33 @@ public:
         LARGE_INTEGER size;
         if (file_.get() == INVALID_HANDLE_VALUE || !GetFileSizeEx(file_.get(), &size)) return;
         size_ = static_cast<uint64_t>(size.QuadPart);
-        if (size_ > kReadWhole) return;
-        const size_t bytes = static_cast<size_t>(size_);
-        whole_ = std::make_unique_for_overwrite<std::byte[]>(bytes);
-        if (!ReadFromFile(0, {whole_.get(), bytes})) size_ = 0;
+        if (size_ <= kSmallFile) window_ = std::make_unique_for_overwrite<std::byte[]>(kWindow);
     }
-    /* 0 for a file that couldn't be read. */
+    /* 0 for a file that couldn't be opened. */
     uint64_t Size() const override { return size_; }
     bool Read(uint64_t offset, std::span<std::byte> to) override {
-        if (!whole_) return ReadFromFile(offset, to);
-        return ImageSource({whole_.get(), static_cast<size_t>(size_)}).Read(offset, to);
+        if (!window_) return ReadFromFile(offset, to);
+        while (!to.empty()) {
+            if (offset < window_start_ || offset >= window_start_ + window_bytes_) {
+                window_start_ = offset / kWindow * kWindow;
+                window_bytes_ = static_cast<size_t>(std::min<uint64_t>(kWindow, size_ - window_start_));
+                if (!ReadFromFile(window_start_, {window_.get(), window_bytes_})) return false;
+            }
+            const size_t at = static_cast<size_t>(offset - window_start_);
+            const size_t bytes = std::min(to.size(), window_bytes_ - at);
+            std::copy_n(window_.get() + at, bytes, to.begin());
+            offset += bytes;
+            to = to.subspan(bytes);
+        }
+        return true;
     }
 
 private:
-    // Up to this size one read of everything costs less than many of what is needed.
-    static constexpr uint64_t kReadWhole = 1 << 20;
+    // A small file is read through a window: the tables and the directory lie scattered among the
+    // streams, and a few large reads cost less than many small ones. In a large file they would
+    // lie so far apart that a window holds little else than streams.
+    static constexpr uint64_t kSmallFile = 1 << 20;
+    static constexpr size_t kWindow = 1 << 16;
 
     bool ReadFromFile(uint64_t offset, std::span<std::byte> to) {
         while (!to.empty()) {
@@ -150,13 +162,15 @@ private:
     };
     std::unique_ptr<HANDLE, Closer> file_;
     uint64_t size_ = 0;
-    std::unique_ptr<std::byte[]> whole_;
+    std::unique_ptr<std::byte[]> window_;
+    uint64_t window_start_ = 0;
+    size_t window_bytes_ = 0;
 };
 
 /* A chain that was followed to its end. */
 struct Chain {
     uint32_t length = 0;
-    // Where in the chain the file's last sector stands, if it does.
+    // Where in the chain the last of all sectors stands, if it does.
     std::optional<uint32_t> place_of_last;
 };
 
@@ -166,15 +180,15 @@ public:
     // Owners; higher values number the walks of StartIsHarmless.
     enum : uint32_t { kNobody, kStructure, kStream, kFirstWalk };
 
-    /* Of the sectors that have a link only the first `existing` are there. */
-    void Assign(std::vector<uint32_t> links, uint64_t existing) {
+    /* The sectors hold `bytes` bytes; what has a link past those isn't there. */
+    void Assign(std::vector<uint32_t> links, uint32_t sector_size, uint64_t bytes) {
         links_ = std::move(links);
         owners_.assign(links_.size(), kNobody);
-        existing_ = static_cast<uint32_t>(std::min<uint64_t>(existing, links_.size()));
+        sector_size_ = sector_size;
+        bytes_ = std::min<uint64_t>(bytes, static_cast<uint64_t>(links_.size()) * sector_size);
+        existing_ = static_cast<uint32_t>((bytes_ + sector_size - 1) / sector_size);
     }
-    uint32_t Existing() const { return existing_; }
-    uint32_t Size() const { return static_cast<uint32_t>(links_.size()); }
-    /* The link of a sector below Size(). */
+    /* The link of a sector that was claimed. */
     uint32_t Link(uint32_t sector) const { return links_[sector]; }
 
     /* Makes a single sector `owner`'s; false if it isn't there or isn't to be had. */
@@ -200,6 +214,14 @@ public:
         return chain;
     }
 
+    /* Whether a chain holds `size` bytes. All of them must be there if the last sector is cut. */
+    bool Holds(const Chain& chain, uint64_t size) const {
+        if (size > static_cast<uint64_t>(chain.length) * sector_size_) return false;
+        const uint64_t missing = static_cast<uint64_t>(existing_) * sector_size_ - bytes_;
+        return missing == 0 || !chain.place_of_last ||
+               size <= (static_cast<uint64_t>(*chain.place_of_last) + 1) * sector_size_ - missing;
+    }
+
     /*
      * Whether an empty stream may name `start` as its first sector. Writers leave all sorts of
      * values there. When such a stream grows, a platform may take the value seriously and
@@ -212,7 +234,9 @@ public:
         for (uint32_t sector = start; sector < links_.size(); sector = links_[sector]) {
             if (owners_[sector] == walk) return false;
             // A table's own sector bears a mark that ends no chain: nothing can be appended there.
-            if (owners_[sector] == kStructure) return links_[sector] > kLastSector && links_[sector] != kEndOfChain;
+            if (owners_[sector] == kStructure) {
+                return links_[sector] > kLastSector && links_[sector] != kEndOfChain;
+            }
             if (owners_[sector] != kNobody) return true;
             owners_[sector] = walk;
         }
@@ -222,6 +246,9 @@ public:
 private:
     std::vector<uint32_t> links_;
     std::vector<uint32_t> owners_;
+    uint32_t sector_size_ = 0;
+    uint64_t bytes_ = 0;
+    // Sectors that are there, the last of them maybe cut.
     uint32_t existing_ = 0;
     uint32_t last_walk_ = kFirstWalk;
 };
@@ -231,8 +258,8 @@ public:
     explicit CompoundCheck(ByteSource& source) : source_(source) {}
 
     bool Run() {
-        return ReadHeader() && ListFatSectors() && ReadFat() && ReadDirectory() && CheckRoot() && ReadMiniFat() &&
-               WalkDirectory() && CheckEmptyStreams();
+        return ReadHeader() && ListFatSectors() && ReadFat() && ReadDirectory() && CheckRoot() &&
+               ReadMiniFat() && WalkDirectory() && CheckEmptyStreams();
     }
 
 private:
@@ -246,11 +273,9 @@ private:
         if (header_.mini_sector_shift != 6 || header_.mini_cutoff != kMiniCutoff) return false;
         sector_size_ = 1u << header_.sector_shift;
         if (source_.Size() <= sector_size_) return false;
-        const uint64_t body = source_.Size() - sector_size_;
-        const uint64_t count = (body + sector_size_ - 1) / sector_size_;
+        const uint64_t count = (source_.Size() - 1) / sector_size_;
         if (count > kLastSector) return false;
         sector_count_ = static_cast<uint32_t>(count);
-        last_sector_bytes_ = static_cast<uint32_t>(body - (count - 1) * sector_size_);
         return true;
     }
 
@@ -318,7 +343,8 @@ private:
     /* The FAT's sectors are listed in the header and, if that is full, in a chain of DIFAT sectors. */
     bool ListFatSectors() {
         const uint32_t announced = header_.fat_sector_count;
-        if (announced == 0 || announced > sector_count_ || header_.difat_sector_count > sector_count_) return false;
+        if (announced == 0 || announced > sector_count_) return false;
+        if (header_.difat_sector_count > sector_count_) return false;
         if (!TakeFatSlots(header_.fat_sectors)) return false;
         // Where no DIFAT is, any start will do in a small file. A large one may come to need its
         // first DIFAT sector, which a platform creates only if the start says that none is there.
@@ -349,7 +375,7 @@ private:
         for (uint64_t i = reach * LinksPerSector(); i < links.size(); ++i) {
             if (links[static_cast<size_t>(i)] != kFree) return false;
         }
-        fat_.Assign(std::move(links), sector_count_);
+        fat_.Assign(std::move(links), sector_size_, source_.Size() - sector_size_);
         const auto claim = [this](uint32_t sector) { return fat_.Claim(sector, SectorTable::kStructure); };
         return std::ranges::all_of(fat_sectors_, claim) && std::ranges::all_of(difat_sectors_, claim);
     }
@@ -365,17 +391,9 @@ private:
         return high << 32 | entry.size_low;
     }
 
-    /* Whether a chain of whole sectors holds `size` bytes, none of them past the end of the file. */
-    bool Holds(const Chain& chain, uint64_t size) const {
-        if (size > static_cast<uint64_t>(chain.length) * sector_size_) return false;
-        if (!chain.place_of_last || fat_.Existing() != sector_count_) return true;
-        return size <= static_cast<uint64_t>(*chain.place_of_last) * sector_size_ + last_sector_bytes_ ||
-               last_sector_bytes_ == sector_size_;
-    }
-
     static bool NameHolds(const DirectoryEntry& entry) {
-        if (entry.name_size < 2 || entry.name_size > sizeof entry.name || entry.name_size % 2 != 0) return false;
-        return entry.name[entry.name_size / 2 - 1] == 0;
+        const size_t size = entry.name_size;
+        return size >= 2 && size <= sizeof entry.name && size % 2 == 0 && entry.name[size / 2 - 1] == 0;
     }
 
     /* The root comes first, and its stream holds the mini sectors. */
@@ -385,15 +403,14 @@ private:
         // A start is followed even if nothing is said to be there, for platforms do.
         const uint32_t start = root.start > kLastSector ? kEndOfChain : root.start;
         const auto chain = fat_.ClaimChain(start, SectorTable::kStructure);
-        return chain && Holds(*chain, SizeOf(root));
+        return chain && fat_.Holds(*chain, SizeOf(root));
     }
 
     bool ReadMiniFat() {
         const auto chain = fat_.ClaimChain(header_.mini_fat_start, SectorTable::kStructure);
         std::vector<uint32_t> links;
         if (!chain || !ReadChain(header_.mini_fat_start, *chain, links)) return false;
-        const uint64_t mini_stream = SizeOf(entries_.front());
-        mini_fat_.Assign(std::move(links), mini_stream / kMiniSectorSize + (mini_stream % kMiniSectorSize != 0));
+        mini_fat_.Assign(std::move(links), kMiniSectorSize, SizeOf(entries_.front()));
         return true;
     }
 
@@ -431,12 +448,9 @@ private:
             if (entry.start <= kLastSector) empty_starts_.push_back(entry.start);
             return true;
         }
-        if (size < kMiniCutoff) {
-            const auto chain = mini_fat_.ClaimChain(entry.start, SectorTable::kStream);
-            return chain && size <= static_cast<uint64_t>(chain->length) * kMiniSectorSize;
-        }
-        const auto chain = fat_.ClaimChain(entry.start, SectorTable::kStream);
-        return chain && Holds(*chain, size);
+        SectorTable& table = size < kMiniCutoff ? mini_fat_ : fat_;
+        const auto chain = table.ClaimChain(entry.start, SectorTable::kStream);
+        return chain && table.Holds(*chain, size);
     }
 
     bool CheckEmptyStreams() {
@@ -450,7 +464,6 @@ private:
     uint32_t sector_size_ = 0;
     // Sectors in the file, the last of which may be cut.
     uint32_t sector_count_ = 0;
-    uint32_t last_sector_bytes_ = 0;
     std::vector<uint32_t> fat_sectors_;
     std::vector<uint32_t> difat_sectors_;
     SectorTable fat_;

@@ -257,6 +257,7 @@ TEST_P(ButtonMessage, SettingAnotherCheckStateIsPassedOnAndRepaints) {
         AnswerNatively(BM_SETCHECK);
         SeenOf(button, BM_SETCHECK, 0);
         EXPECT_EQ(result, 77);
+        native->handler = nullptr;
     }
 }
 

@@ -61,6 +61,20 @@ CSkinWndBaseClass* HeadOf(HWND window) {
 
 WNDPROC ProcedureOf(HWND window) { return reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(window, GWLP_WNDPROC)); }
 
+const TestSkin& SharedSkin() {
+    static TestSkin skin;
+    static const char* written = skin.Write();
+    EXPECT_STREQ(written, skin.Path());
+    return skin;
+}
+
+Skinned::Skinned(const char* path) { EXPECT_EQ(::InstallTavixSkin(path), 1); }
+
+Skinned::~Skinned() {
+    ::UnInstallTavixSkin();
+    EXPECT_EQ(::IsSkinnedThread(::GetCurrentThreadId()), 0);
+}
+
 int BitmapCount() {
     int count = 0;
     for (DWORD id = 0; id < TAVIX_VALUE_COUNT; ++id) count += ::GetTavixSkinHBITMAP(id) != nullptr;

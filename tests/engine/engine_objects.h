@@ -82,6 +82,18 @@ bool HasSkin(HWND window) {
 }
 WNDPROC ProcedureOf(HWND window);
 
+/* A skin file that has everything, written once; nobody changes it. */
+const TestSkin& SharedSkin();
+
+/* A skinned thread for the length of a scope, by the C interface. */
+class Skinned {
+public:
+    explicit Skinned(const char* path = SharedSkin().Path());
+    ~Skinned();
+    Skinned(const Skinned&) = delete;
+    Skinned& operator=(const Skinned&) = delete;
+};
+
 /* How many of a skin's 255 bitmaps there are. */
 int BitmapCount();
 

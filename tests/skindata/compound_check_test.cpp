@@ -328,6 +328,19 @@ TEST(CompoundCheck, RefusesAMiniChainThatLeavesTheMiniStream) {
     ExpectRefused(image, image.EntryOffset(u"") + kSizeField, 64);
 }
 
+TEST(CompoundCheck, RefusesAMiniStreamThatEndsBeforeItsLastStreamDoes) {
+    const std::vector<CompoundElement> content = {Stream(u"Last", 150)};
+    CompoundImage image(content, CompoundLayout{});
+    const size_t size = image.EntryOffset(u"") + kSizeField;
+    ASSERT_EQ(image.Get32(size), 192u);
+    // A size that isn't a multiple of a mini sector's will do as long as the stream is within.
+    for (const uint32_t enough : {150u, 151u, 512u}) {
+        image.Put32(size, enough);
+        EXPECT_TRUE(IsSound(image)) << enough;
+    }
+    for (const uint32_t too_little : {149u, 129u, 128u, 1u, 0u}) ExpectRefused(image, size, too_little);
+}
+
 TEST(CompoundCheck, RefusesAMiniStreamThatIsLongerThanItsChain) {
     const CompoundImage image = Image();
     const uint32_t held = static_cast<uint32_t>(image.mini_stream_sectors.size()) * 512;

@@ -150,6 +150,13 @@ TEST_P(CompoundLegal, TakesAFileWithoutMiniStream) {
     ExpectTaken(image, content);
 }
 
+TEST_P(CompoundLegal, TakesAMiniStreamThatEndsWithItsLastStream) {
+    const std::vector<CompoundElement> content = {Stream(u"Last", 150)};
+    CompoundImage image(content, Layout());
+    image.Put32(image.EntryOffset(u"") + kSizeField, 150);
+    ExpectTaken(image, content);
+}
+
 TEST_P(CompoundLegal, TakesAnyStartOfAnEmptyStream) {
     const uint32_t end = Image().SectorCount();
     const uint32_t own = Image().Get32(Image().EntryOffset(u"Exactly the mini limit") + kStartField);

@@ -18,8 +18,8 @@ std::vector<CompoundImage> BaseImages() {
     const std::vector<CompoundElement> content = {
         Stream(u"SkinInfo", 72),
         Stream(u"Empty", 0),
-        Storage(u"Button", {Stream(u"Data", 700, 2), Stream(u"normal.bmp", 5000, 3), Stream(u"hot.bmp", 130, 4)}),
-        Storage(u"Frame", {Stream(u"Data", 64, 5), Storage(u"Inner", {Stream(u"Data", 0), Stream(u"x", 4096, 6)})}),
+        Storage(u"Button", {Stream(u"Data", 700, 2), Stream(u"normal", 5000, 3), Stream(u"hot", 130, 4)}),
+        Storage(u"Frame", {Stream(u"Data", 64, 5), Storage(u"Inner", {Stream(u"Data", 0), Stream(u"x", 4096)})}),
         Storage(u"Menu", {}),
     };
     CompoundLayout plain;

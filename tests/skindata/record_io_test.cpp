@@ -56,8 +56,8 @@ void ExpectLoaded(TSkinType kind, const CTavixSkinFace& face, TSkinFieldSet abse
             break;
         }
         case skinFieldBitmap:
-            if (field.set != absentSet)
-                EXPECT_EQ(PixelOf(face.GetBmp(field.id), 2, 1), FilledRecords::ColourOf(field));
+            if (field.set == absentSet) break;
+            EXPECT_EQ(PixelOf(face.GetBmp(field.id), 2, 1), FilledRecords::ColourOf(field));
             break;
         }
     }
@@ -118,13 +118,13 @@ TEST(RecordIo, ANameWithoutAStreamTakesTheBitmapLoadedBeforeIt) {
                 ASSERT_EQ(tavix::LoadRecord(open.root.Get(), kind, &face, absent == skinSetLarge ? 16 : 17), 1);
                 for (std::size_t i = 0; i < order.size(); ++i) {
                     CBitmap* bitmap = face.GetBmp(order[i]->id);
-                    if (i != missing)
+                    if (i != missing) {
                         EXPECT_EQ(PixelOf(bitmap), FilledRecords::ColourOf(*order[i])) << order[i]->id;
-                    else
+                    } else {
                         EXPECT_EQ(bitmap, i ? face.GetBmp(order[i - 1]->id) : nullptr) << order[i]->id;
+                    }
                 }
             }
-            if (kind == skinDockBar) break;
         }
     }
 }
@@ -139,7 +139,9 @@ TEST(RecordIo, AllNamesMissingGiveNull) {
             if (field.kind == skinFieldBitmap) face.SetBmp(field.id, MakeBitmap(1, 1, RGB(1, 2, 3)).release());
         ASSERT_EQ(tavix::LoadRecord(open.root.Get(), kind, &face, 16), 1);
         for (const TSkinField& field : *GetSkinRecordLayout(kind))
-            if (field.kind == skinFieldBitmap) EXPECT_EQ(face.GetBmp(field.id), nullptr) << field.id;
+            if (field.kind == skinFieldBitmap) {
+                EXPECT_EQ(face.GetBmp(field.id), nullptr) << field.id;
+            }
     }
 }
 
@@ -266,7 +268,9 @@ TEST(RecordIo, TheReservedWordHasNoEffectAtLoad) {
     ASSERT_EQ(tavix::LoadRecord(open.root.Get(), skinFrame, &face, 16), 1);
     for (DWORD id = 0; id < TAVIX_VALUE_COUNT; ++id) {
         EXPECT_EQ(face.GetSize(id), 0u) << id;
-        if (id > CLR_TEXT_DISABLED) EXPECT_EQ(face.GetColor(id), 0u) << id;
+        if (id > CLR_TEXT_DISABLED) {
+            EXPECT_EQ(face.GetColor(id), 0u) << id;
+        }
     }
 }
 
@@ -347,7 +351,7 @@ TEST(RecordIo, LoadedBitmapsAreSkinBitmaps) {
     for (DWORD id = 0; id <= BMP_DOCK_31; ++id) {
         if (id == 20 || id == 78) continue;
         ASSERT_NE(face.GetBmp(id), nullptr) << id;
-        EXPECT_TRUE(face.GetBmp(id)->IsKindOf(RUNTIME_CLASS(tavix::CSkinBitmap))) << id;
+        EXPECT_TRUE(face.GetBmp(id)->IsKindOf(&tavix::CSkinBitmap::classCSkinBitmap)) << id;
     }
 }
 

@@ -66,7 +66,9 @@ struct OpenFile {
     /* Replaces a stream, in a storage below the root or, with a null name, in the root. */
     void Put(const char* storage, const char* stream, const void* data, DWORD size) {
         tavix::ComPtr<IStorage> child;
-        if (storage) ASSERT_EQ(access.OpenSubStg(root.Get(), storage, child.Put()), 1);
+        if (storage) {
+            ASSERT_EQ(access.OpenSubStg(root.Get(), storage, child.Put()), 1);
+        }
         tavix::ComPtr<IStream> target;
         ASSERT_EQ(access.OpenStm(storage ? child.Get() : root.Get(), stream, target.Put()), 1);
         ASSERT_EQ(access.WriteToStm(target.Get(), const_cast<void*>(data), size), 1);

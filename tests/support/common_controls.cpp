@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fstream>
 
 #include "support/test_skin.h"
@@ -50,10 +49,9 @@ ControlsWorld::~ControlsWorld() {
 }
 
 ControlsVersion VersionOf(HWND control) {
-    char path[MAX_PATH] = {};
-    ::GetModuleFileNameA(reinterpret_cast<HMODULE>(::GetClassLongPtrA(control, GCLP_HMODULE)), path, sizeof path);
-    const char* name = std::strrchr(path, '\\');
-    return name && !::lstrcmpiA(name + 1, "comctl32.dll") ? ControlsVersion::V6 : ControlsVersion::V5;
+    // Windows names COMCTL32 as the module of its classes, Wine the program.
+    const auto module = reinterpret_cast<HMODULE>(::GetClassLongPtrA(control, GCLP_HMODULE));
+    return module == ::GetModuleHandleA("user32.dll") ? ControlsVersion::V5 : ControlsVersion::V6;
 }
 
 const char* NameOf(ControlsVersion version) { return version == ControlsVersion::V5 ? "V5" : "V6"; }

@@ -24,7 +24,10 @@ private:
     ULONG_PTR m_cookie = 0;
 };
 
-/* Which version's class a control has: asks the window's class for its module. */
+/*
+ * Which version's class a control has. For the classes that were USER32's before COMCTL32 got its
+ * own: "Button", "Edit", "ListBox", "ComboBox", "ComboLBox", "Static".
+ */
 ControlsVersion VersionOf(HWND control);
 
 const char* NameOf(ControlsVersion version);

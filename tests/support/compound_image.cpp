@@ -44,8 +44,8 @@ bool NameBefore(const std::u16string& a, const std::u16string& b) {
 }
 
 /* Links sorted siblings to a search tree; the result is its top. */
-uint32_t LinkSiblings(std::vector<Record>& records, const std::vector<uint32_t>& sorted, size_t first, size_t last,
-                      SiblingTree shape, unsigned depth = 0) {
+uint32_t LinkSiblings(std::vector<Record>& records, const std::vector<uint32_t>& sorted, size_t first,
+                      size_t last, SiblingTree shape, unsigned depth = 0) {
     if (first == last) return kNoEntryMark;
     size_t top = first + (last - first) / 2;
     if (shape == SiblingTree::kRightList) top = first;
@@ -150,7 +150,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
     // The mini stream. Its sectors are counted before their order is known.
     uint32_t mini_count = layout.free_mini_sectors;
     for (const Record& record : records) {
-        if (record.type == 2 && record.element->data.size() < kCutoff) mini_count += Up(record.element->data.size(), kMiniSize);
+        if (record.type != 2 || record.element->data.size() >= kCutoff) continue;
+        mini_count += Up(record.element->data.size(), kMiniSize);
     }
     const std::vector<uint32_t> mini_order = Order(mini_count, layout.shuffle_seed);
     std::vector<std::byte> mini_stream(static_cast<size_t>(mini_count) * kMiniSize);
@@ -181,7 +182,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
     const uint32_t mini_stream_count = Up(mini_stream.size(), sector_size_);
     uint32_t others = layout.free_sectors + directory_count + mini_fat_count + mini_stream_count;
     for (const Record& record : records) {
-        if (record.type == 2 && record.size >= kCutoff) others += Up(record.size, sector_size_) + layout.spare_sectors;
+        if (record.type != 2 || record.size < kCutoff) continue;
+        others += Up(record.size, sector_size_) + layout.spare_sectors;
     }
     uint32_t fat_count = 1;
     uint32_t difat_count = 0;
@@ -203,8 +205,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
         return sectors;
     };
     // Gives data a chain; the result is its first sector.
-    const auto lay = [&](const std::vector<std::byte>& data, uint32_t sector_count, std::vector<uint32_t>& sectors) {
-        sectors = take(sector_count);
+    const auto lay = [&](const std::vector<std::byte>& data, uint32_t length, std::vector<uint32_t>& sectors) {
+        sectors = take(length);
         for (size_t i = 0; i < sectors.size(); ++i) {
             links[sectors[i]] = i + 1 == sectors.size() ? kEndMark : sectors[i + 1];
             const size_t from = std::min(i * sector_size_, data.size());
@@ -243,7 +245,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
         } else {
             for (Record& record : records) {
                 if (record.type != 2 || record.size < kCutoff) continue;
-                record.start = lay(record.element->data, Up(record.size, sector_size_) + layout.spare_sectors, sectors);
+                const uint32_t length = Up(record.size, sector_size_) + layout.spare_sectors;
+                record.start = lay(record.element->data, length, sectors);
             }
         }
     }

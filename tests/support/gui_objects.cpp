@@ -1,0 +1,74 @@
+#include "support/gui_objects.h"
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace tavix_test {
+namespace {
+
+/* One entry of the table that the platform's processes share with their kernel. */
+struct GdiEntry {
+    std::uint64_t object;
+    std::uint16_t owner;
+    std::uint16_t unique;
+    std::uint16_t type;
+    std::uint16_t flags;
+    std::uint64_t user;
+};
+static_assert(sizeof(GdiEntry) == 24);
+constexpr int kGdiEntries = 16384;
+
+constexpr std::size_t kTable32 = 0x94;         // in a 32-bit process block
+constexpr std::size_t kTable64 = 0xF8;         // in a 64-bit one
+constexpr std::size_t kThreadBlock64 = 0xF70;  // in a 32-bit thread block: where the 64-bit one lies
+constexpr std::size_t kProcessBlock64 = 0x60;  // in a 64-bit thread block
+
+template <class T>
+T Field(std::uint64_t block, std::size_t offset) {
+    T value;
+    const char* at = reinterpret_cast<const char*>(static_cast<std::uintptr_t>(block)) + offset;
+    std::memcpy(&value, at, sizeof value);
+    return value;
+}
+
+const GdiEntry* GdiTable() {
+    const std::uint64_t thread = reinterpret_cast<std::uintptr_t>(::NtCurrentTeb());
+#ifdef _WIN64
+    const std::uint64_t table = Field<std::uint64_t>(Field<std::uint64_t>(thread, kProcessBlock64), kTable64);
+#else
+    std::uint64_t table = 0;
+    if (const std::uint64_t wide = Field<std::uint64_t>(thread, kThreadBlock64))
+        table = Field<std::uint64_t>(Field<std::uint64_t>(wide, kProcessBlock64), kTable64);
+    if (!table) table = Field<std::uint32_t>(Field<std::uint32_t>(thread, 0x30), kTable32);
+#endif
+    return reinterpret_cast<const GdiEntry*>(static_cast<std::uintptr_t>(table));
+}
+
+}  // namespace
+
+int CountGdiObjects() {
+    // Windows keeps count itself; Wine answers 0.
+    const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+    if (counted) return static_cast<int>(counted);
+    const GdiEntry* table = GdiTable();
+    if (!table) return -1;
+    int count = 0;
+    for (int i = 0; i < kGdiEntries; ++i)
+        if (table[i].object && (table[i].type || table[i].unique)) ++count;
+    return count;
+}
+
+int CountUserObjects() {
+    const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
+    if (counted) return static_cast<int>(counted);
+    int count = 0;
+    for (std::uintptr_t value = 0x20; value <= 0xFFFE; value += 2) {
+        if (::IsWindow(reinterpret_cast<HWND>(value)) || ::IsMenu(reinterpret_cast<HMENU>(value))) ++count;
+    }
+    return count;
+}
+
+}  // namespace tavix_test
