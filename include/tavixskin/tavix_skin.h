@@ -40,20 +40,21 @@ public:
     /* Creates nothing. 0 if the window has a skin object, else 1. */
     int AddControl_1(HWND window, char* hint);
 
-    DWORD GetTavixSkinColor(DWORD id) { return m_SkinFace.GetColor(id); }
-    CBitmap* GetTavixSkinBmp(DWORD id) { return m_SkinFace.GetBmp(id); }
-    DWORD GetTavixSkinSize(DWORD id) { return m_SkinFace.GetSize(id); }
+    // None of the exported members is inline: an inline one would not be in the export table.
+    DWORD GetTavixSkinColor(DWORD id);
+    CBitmap* GetTavixSkinBmp(DWORD id);
+    DWORD GetTavixSkinSize(DWORD id);
 
-    CSubclassWndMap* GetSkinWndList() { return &m_lstSkinWnd; }
-    CArray<HWND, HWND*>* GetRegistedSkinWnd() { return &m_lstRegistedSkinWnd; }
+    CSubclassWndMap* GetSkinWndList();
+    CArray<HWND, HWND*>* GetRegistedSkinWnd();
 
     /* Lists the window, once, for message 0x703 (no parameters) after a change of skin. Always 1. */
     int RegisterSkinWnd(HWND window);
     /* Takes it from the list; a window that is not listed changes nothing. Always 1. */
     int UnRegisterSkinWnd(HWND window);
 
-    static CMapWordToPtr* GetHookedThreadList() { return &m_lstHookedThread; }
-    static CMapWordToPtr* GetThreadSkinData() { return &m_lstThreadSkinData; }
+    static CMapWordToPtr* GetHookedThreadList();
+    static CMapWordToPtr* GetThreadSkinData();
     /* 1 if the thread has an engine. Thread ids are compared by their low 16 bits. */
     static int IsSkinnedThread(DWORD threadId);
 

@@ -104,8 +104,7 @@ CRect MarkRect(const RECT& client, const CSize& extent) {
 
 void PaintMarkFace(CDC& dc, const RECT& client, const MarkParts& parts, const char* text) {
     const CRect mark = MarkRect(client, parts.extent);
-    if (parts.mark)
-        DrawTransparent(&dc, parts.mark, mark.left, mark.top, mark.right, mark.bottom, parts.key);
+    if (parts.mark) DrawTransparent(&dc, parts.mark, mark.left, mark.top, mark.right, mark.bottom, parts.key);
     CRect label = client;
     label.left = mark.right + parts.textGap;
     const SelectionGuard fontGuard(dc, parts.font);

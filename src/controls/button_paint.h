@@ -29,12 +29,12 @@ void PaintPushFace(CDC& dc, const RECT& client, const PushParts& parts, const ch
 
 /* What shows of a check box or radio button: a mark at the left edge and a text beside it. */
 struct MarkParts {
-    CBitmap* mark;       // null: nothing is drawn
-    CSize extent;        // the room that is kept for the mark
-    int textGap;         // from the mark to the text
-    COLORREF key;        // the colour of the mark that is left out
+    CBitmap* mark;  // null: nothing is drawn
+    CSize extent;   // the room that is kept for the mark
+    int textGap;    // from the mark to the text
+    COLORREF key;   // the colour of the mark that is left out
     COLORREF text;
-    HFONT font;          // null: the context's own
+    HFONT font;  // null: the context's own
 };
 
 MarkParts CheckPartsOf(bool checked, bool enabled, HFONT font);

@@ -20,22 +20,39 @@ private:
 
 LRESULT CSkinButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_CREATE: return OnCreate(wParam, lParam);
-        case WM_SIZE: Default(message, wParam, lParam); return 0;
-        case WM_ENABLE: return OnEnable(wParam, lParam);
-        case WM_SETTEXT: return OnSetText(wParam, lParam);
-        case WM_PAINT: return OnPaint(wParam, lParam);
-        case WM_ERASEBKGND: return OnEraseBackground();
-        case BM_SETCHECK: return OnSetCheck(wParam, lParam);
-        case BM_SETSTATE: return OnSetState(wParam, lParam);
-        case WM_CTLCOLORBTN: return OnColourButton(wParam);
-        case WM_KEYDOWN: return OnKeyDown(wParam, lParam);
-        case WM_KEYUP: return OnKeyUp(wParam, lParam);
-        case WM_MOUSEMOVE: return OnMouseMove(wParam, lParam);
-        case WM_LBUTTONDOWN: return OnButtonDown(wParam, lParam);
-        case WM_LBUTTONUP: return OnButtonUp(wParam, lParam);
-        case WM_LBUTTONDBLCLK: return OnDoubleClick(wParam, lParam);
-        default: return Default(message, wParam, lParam);
+        case WM_CREATE:
+            return OnCreate(wParam, lParam);
+        case WM_SIZE:
+            Default(message, wParam, lParam);
+            return 0;
+        case WM_ENABLE:
+            return OnEnable(wParam, lParam);
+        case WM_SETTEXT:
+            return OnSetText(wParam, lParam);
+        case WM_PAINT:
+            return OnPaint(wParam, lParam);
+        case WM_ERASEBKGND:
+            return OnEraseBackground();
+        case BM_SETCHECK:
+            return OnSetCheck(wParam, lParam);
+        case BM_SETSTATE:
+            return OnSetState(wParam, lParam);
+        case WM_CTLCOLORBTN:
+            return OnColourButton(wParam);
+        case WM_KEYDOWN:
+            return OnKeyDown(wParam, lParam);
+        case WM_KEYUP:
+            return OnKeyUp(wParam, lParam);
+        case WM_MOUSEMOVE:
+            return OnMouseMove(wParam, lParam);
+        case WM_LBUTTONDOWN:
+            return OnButtonDown(wParam, lParam);
+        case WM_LBUTTONUP:
+            return OnButtonUp(wParam, lParam);
+        case WM_LBUTTONDBLCLK:
+            return OnDoubleClick(wParam, lParam);
+        default:
+            return Default(message, wParam, lParam);
     }
 }
 
@@ -170,7 +187,8 @@ void CSkinButton::ReleasePush() {
     if (!hot) return;
     hot = FALSE;
     if (HWND parent = GetParent())
-        ::SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), BN_CLICKED), reinterpret_cast<LPARAM>(m_hWnd));
+        ::SendMessageA(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), BN_CLICKED),
+                       reinterpret_cast<LPARAM>(m_hWnd));
 }
 
 // Capture is what delivers the move that leaves the button.

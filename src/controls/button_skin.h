@@ -46,10 +46,10 @@ private:
     // False once a handler of the host has destroyed the window under a call.
     bool IsAlive() const { return m_hWnd && ::IsWindow(m_hWnd); }
 
-    DWORD style = 0;      // as the window had it at WM_CREATE
-    DWORD exStyle = 0;    // the same; only kept
-    BOOL hot = FALSE;     // the pointer is inside; set by the space key too
-    BOOL pressed = FALSE;    // a press began inside and has not been released
-    BOOL eraseToggle = FALSE;    // alternates with the erases of an owner-drawn button
-    HFONT font = nullptr;    // the window's, as of the last WM_PAINT; not owned
+    DWORD style = 0;           // as the window had it at WM_CREATE
+    DWORD exStyle = 0;         // the same; only kept
+    BOOL hot = FALSE;          // the pointer is inside; set by the space key too
+    BOOL pressed = FALSE;      // a press began inside and has not been released
+    BOOL eraseToggle = FALSE;  // alternates with the erases of an owner-drawn button
+    HFONT font = nullptr;      // the window's, as of the last WM_PAINT; not owned
 };

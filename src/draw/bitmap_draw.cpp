@@ -62,15 +62,14 @@ private:
 };
 
 /* The same by blits, one a row, for targets that allow nothing else. */
-void BlitStretched(HDC dc, CBitmap* bitmap, const RECT& rect, const CSize& size,
-                   const StretchedColumn& column) {
+void BlitStretched(HDC dc, CBitmap* bitmap, const RECT& rect, int high, const StretchedColumn& column) {
     RECT box;
-    if (!ShownBox(dc, box) || column.Width() < INT_MIN || column.LowerTop() < INT_MIN) return;
+    if (!ShownBox(dc, box) || column.LowerTop() < INT_MIN) return;
     const SourceBitmap source(*bitmap);
     if (!source) return;
-    // Nothing lies right of the bitmap's own width.
-    const int width = static_cast<int>(std::min<std::int64_t>(column.Width(), size.cx));
-    ::BitBlt(dc, rect.left, rect.top, width, size.cy, source.Dc(), 0, 0, SRCCOPY);
+    // The platform cuts the source at the bitmap's own width.
+    const int width = static_cast<int>(std::clamp<std::int64_t>(column.Width(), -INT_MAX, INT_MAX));
+    ::BitBlt(dc, rect.left, rect.top, width, high, source.Dc(), 0, 0, SRCCOPY);
     // A little slack, since scaled co-ordinates round.
     const std::int64_t end = std::min<std::int64_t>(column.LowerTop(), std::int64_t{box.bottom} + 2);
     for (std::int64_t y = std::max<std::int64_t>(column.RepeatTop(), std::int64_t{box.top} - 2); y < end; ++y)
@@ -136,7 +135,7 @@ int DrawVerticalStretch(CDC* dc, CBitmap* bitmap, const RECT& rect, COLORREF) {
         };
         if (ComposeRows(*dc, area, Beneath::Nothing, write)) return 1;
     }
-    BlitStretched(*dc, bitmap, rect, rows.Size(), column);
+    BlitStretched(*dc, bitmap, rect, rows.Height(), column);
     return 1;
 }
 

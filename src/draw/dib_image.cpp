@@ -24,7 +24,7 @@ constexpr std::int64_t kLargestCompressedArea = 16 * 1024 * 1024;
 struct DibHeader {
     BITMAPINFOHEADER head;
     RGBQUAD colours[256];
-    const BITMAPINFO* Info() const { return reinterpret_cast<const BITMAPINFO*>(this); }
+    BITMAPINFO* Info() { return reinterpret_cast<BITMAPINFO*>(this); }
 };
 
 /* The one way to the bytes: nothing outside of the image is read. */
@@ -137,33 +137,6 @@ std::span<const std::byte> FindBits(const Bytes& bytes, BITMAPINFOHEADER& head) 
     return rest.first(static_cast<std::size_t>(size));
 }
 
-/* A block of the process heap, freed unless it is handed out. */
-class HeapBlock {
-public:
-    explicit HeapBlock(std::size_t size) : m_block(::HeapAlloc(::GetProcessHeap(), 0, size)) {}
-    ~HeapBlock() {
-        if (m_block) ::HeapFree(::GetProcessHeap(), 0, m_block);
-    }
-    HeapBlock(const HeapBlock&) = delete;
-    HeapBlock& operator=(const HeapBlock&) = delete;
-
-    explicit operator bool() const { return m_block != nullptr; }
-    bool Resize(std::size_t size) {
-        void* moved = ::HeapReAlloc(::GetProcessHeap(), 0, m_block, size);
-        if (moved) m_block = moved;
-        return moved != nullptr;
-    }
-    std::byte* Data() const { return static_cast<std::byte*>(m_block); }
-    void* Release() {
-        void* block = m_block;
-        m_block = nullptr;
-        return block;
-    }
-
-private:
-    void* m_block;
-};
-
 }  // namespace
 
 HBITMAP DibImageToBitmap(HDC dc, std::span<const std::byte> image) {
@@ -191,40 +164,45 @@ int BitmapToDibImage(HDC dc, HBITMAP bitmap, void** image, DWORD* size) {
     if (!::GetObjectA(bitmap, sizeof facts, &facts)) return 0;
     const unsigned bits = facts.bmPlanes * facts.bmBitsPixel;
     if (bits > 32 || facts.bmWidth <= 0 || facts.bmHeight <= 0) return 0;
-    const std::size_t start = kHeadersSize + static_cast<std::size_t>(TableEntries(bits)) * sizeof(RGBQUAD);
+    const std::size_t table = static_cast<std::size_t>(TableEntries(bits)) * sizeof(RGBQUAD);
+    const std::size_t start = kHeadersSize + table;
     const std::uint64_t needed = RowBytes(facts.bmWidth, bits) * static_cast<std::uint64_t>(facts.bmHeight);
     if (needed > 0x7FFFFFFFu - start) return 0;
 
-    HeapBlock block(start);
-    if (!block) return 0;
-    const auto info = [&block] { return reinterpret_cast<BITMAPINFO*>(block.Data() + kFileHeaderSize); };
-    BITMAPINFOHEADER& first = info()->bmiHeader;
-    first = {};
-    first.biSize = kInfoHeaderSize;
-    first.biWidth = facts.bmWidth;
-    first.biHeight = facts.bmHeight;
-    first.biPlanes = 1;
-    first.biBitCount = static_cast<WORD>(bits);
+    // Apart from the block, in which no field would lie on its natural boundary.
+    DibHeader header{};
+    BITMAPINFOHEADER& head = header.head;
+    head.biSize = kInfoHeaderSize;
+    head.biWidth = facts.bmWidth;
+    head.biHeight = facts.bmHeight;
+    head.biPlanes = 1;
+    head.biBitCount = static_cast<WORD>(bits);
     const UINT rows = static_cast<UINT>(facts.bmHeight);
     // Without room for bits the platform fills in the colour table and the size.
-    if (!::GetDIBits(dc, bitmap, 0, rows, nullptr, info(), DIB_RGB_COLORS)) return 0;
+    if (!::GetDIBits(dc, bitmap, 0, rows, nullptr, header.Info(), DIB_RGB_COLORS)) return 0;
     std::size_t total = start;
-    if (first.biSizeImage < needed) {
+    if (head.biSizeImage < needed) {
         // Some drivers leave the size open.
         total += static_cast<std::size_t>(needed);
-        first.biCompression = BI_RGB;
+        head.biCompression = BI_RGB;
     } else {
-        total += first.biSizeImage;
+        total += head.biSizeImage;
     }
-    if (!block.Resize(total)) return 0;
 
+    HANDLE heap = ::GetProcessHeap();
+    std::byte* block = static_cast<std::byte*>(::HeapAlloc(heap, 0, total));
+    if (!block) return 0;
+    if (!::GetDIBits(dc, bitmap, 0, rows, block + start, header.Info(), DIB_RGB_COLORS)) {
+        ::HeapFree(heap, 0, block);
+        return 0;
+    }
     BITMAPFILEHEADER file{};
     file.bfType = 0x4D42;  // "BM"
     file.bfSize = static_cast<DWORD>(total);
     file.bfOffBits = static_cast<DWORD>(start);
-    std::memcpy(block.Data(), &file, sizeof file);
-    if (!::GetDIBits(dc, bitmap, 0, rows, block.Data() + start, info(), DIB_RGB_COLORS)) return 0;
-    *image = block.Release();
+    std::memcpy(block, &file, sizeof file);
+    std::memcpy(block + kFileHeaderSize, &header, kInfoHeaderSize + table);
+    *image = block;
     *size = static_cast<DWORD>(total);
     return 1;
 }

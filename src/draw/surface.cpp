@@ -13,6 +13,8 @@ namespace {
 
 // A canvas beyond this many pixels is made for one painting only.
 constexpr int kCanvasPixels = 1024 * 1024;
+// And no painting takes more than these.
+constexpr int kLargestCanvas = 64 * 1024 * 1024;
 // No side of a surface is longer: beyond it the platform's own arithmetic gets tight.
 constexpr int kLongestSide = 32767;
 
@@ -109,7 +111,7 @@ bool Surface::Reserve(int wanted_width, int wanted_height) {
 }
 
 Surface* TakeCanvas(int width, int height) {
-    if (width <= 0 || height <= 0) return nullptr;
+    if (width <= 0 || height <= 0 || width > kLargestCanvas / height) return nullptr;
     DrawPool& pool = Pool();
     Surface* surface = nullptr;
     const bool ordinary = width <= kCanvasPixels / height;

@@ -4,6 +4,13 @@
 #include "tavixskin/framework/geometry.h"
 #include "tavixskin/framework/object.h"
 
+class CSkinWndBaseClass;
+
+namespace tavix {
+class SkinInUse;
+void DeleteWhenUnused(CSkinWndBaseClass* skin);
+}  // namespace tavix
+
 /*
  * A skin object paints one window that the library did not create. Attach puts the shared
  * procedure SkinWndProc in the place of the window's own; that calls WindowProc of the head
@@ -53,5 +60,8 @@ protected:
     CSkinWndBaseClass* m_pNextSkin = nullptr;    // towards the object that was attached first
 
 private:
-    friend LRESULT CALLBACK SkinWndProc(HWND, UINT, WPARAM, LPARAM);
+    friend class tavix::SkinInUse;
+    friend void tavix::DeleteWhenUnused(CSkinWndBaseClass* skin);
+    int m_nUses = 0;         // scopes that run this object's code
+    bool m_bDoomed = false;  // its window is gone
 };

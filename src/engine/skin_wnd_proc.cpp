@@ -1,16 +1,10 @@
 #include "engine/skin_wnd_proc.h"
 
 #include "engine/skin_wnd_base.h"
-#include "framework/thread_slot.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
 namespace {
-
-struct InnermostUse {
-    tavix::SkinInUse* use = nullptr;
-};
-tavix::ThreadSlot<InnermostUse> g_uses;
 
 /* Puts a message in flight for the length of a scope. */
 class MessageScope {
@@ -106,24 +100,15 @@ LRESULT CALLBACK SkinWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
 
 namespace tavix {
 
-SkinInUse::SkinInUse(CSkinWndBaseClass* skin)
-    : m_skin(skin), m_innermost(g_uses.Get().use), m_outer(m_innermost) {
-    m_innermost = this;
-}
+SkinInUse::SkinInUse(CSkinWndBaseClass* skin) : m_skin(skin) { ++m_skin->m_nUses; }
 
 SkinInUse::~SkinInUse() {
-    m_innermost = m_outer;
-    delete m_doomed;
+    if (--m_skin->m_nUses == 0 && m_skin->m_bDoomed) delete m_skin;
 }
 
 void DeleteWhenUnused(CSkinWndBaseClass* skin) {
-    SkinInUse* outermost = nullptr;
-    for (SkinInUse* use = g_uses.Get().use; use; use = use->m_outer)
-        if (use->m_skin == skin) outermost = use;
-    if (outermost)
-        outermost->m_doomed = skin;
-    else
-        delete skin;
+    skin->m_bDoomed = true;
+    if (skin->m_nUses == 0) delete skin;
 }
 
 void ReleaseOrphan(CSkinWndBaseClass* head, HWND window) {

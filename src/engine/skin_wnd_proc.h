@@ -13,7 +13,9 @@ namespace tavix {
 /*
  * Keeps a skin object alive for the length of a scope in which its code runs. A handler may
  * destroy its own window (a click that closes a dialog), and so end the object: it is then
- * deleted when the outermost scope that uses it ends.
+ * deleted when the outermost scope that uses it ends. The count stands in the object, not on the
+ * stack: where the system swallows an exception in a callback, frames vanish without their
+ * destructors, and an object that is kept for ever is all the harm that does.
  */
 class SkinInUse {
 public:
@@ -23,11 +25,7 @@ public:
     SkinInUse& operator=(const SkinInUse&) = delete;
 
 private:
-    friend void DeleteWhenUnused(CSkinWndBaseClass* skin);
     CSkinWndBaseClass* m_skin;
-    CSkinWndBaseClass* m_doomed = nullptr;
-    SkinInUse*& m_innermost;  // of the thread
-    SkinInUse* m_outer;
 };
 
 /* Deletes the object, at once or when the last scope that uses it ends. */

@@ -71,6 +71,16 @@ int CTavixSkin::UnLoadSkin() {
     return 1;
 }
 
+DWORD CTavixSkin::GetTavixSkinColor(DWORD id) { return m_SkinFace.GetColor(id); }
+CBitmap* CTavixSkin::GetTavixSkinBmp(DWORD id) { return m_SkinFace.GetBmp(id); }
+DWORD CTavixSkin::GetTavixSkinSize(DWORD id) { return m_SkinFace.GetSize(id); }
+
+CSubclassWndMap* CTavixSkin::GetSkinWndList() { return &m_lstSkinWnd; }
+CArray<HWND, HWND*>* CTavixSkin::GetRegistedSkinWnd() { return &m_lstRegistedSkinWnd; }
+
+CMapWordToPtr* CTavixSkin::GetHookedThreadList() { return &m_lstHookedThread; }
+CMapWordToPtr* CTavixSkin::GetThreadSkinData() { return &m_lstThreadSkinData; }
+
 int CTavixSkin::RegisterSkinWnd(HWND window) {
     CTavixSkin* engine = GetCurrentThreadSkin();
     if (!engine) return 1;

@@ -97,6 +97,8 @@ void PaintCaptionButtons(CDC& dc, const FrameParts& parts) {
 }  // namespace
 
 void PaintFrame(CDC& dc, CSize window, const FrameParts& parts) {
+    // What no part covers, for want of a caption or a bitmap, has the colour of the borders.
+    dc.FillSolidRect(CRect(0, 0, window.cx, window.cy), SkinColour(CLR_FRAME_BORDER_FROM));
     PaintBorders(dc, window, parts.hasMenuBar);
     PaintBorderLines(dc, window, HasCaption(parts.style) ? SkinExtent(SZ_FRAME_CAPTION) : 0);
     if (HasCaption(parts.style)) {

@@ -11,6 +11,14 @@ namespace tavix {
 
 namespace {
 
+// A corner is a few dozen rectangles. What a hostile bitmap makes of one costs the whole desktop
+// dear, and some window systems end a program that asks for so much.
+constexpr DWORD kMostRectangles = 16'384;
+
+bool IsModest(const CRgn& region) {
+    return ::GetRegionData(region, 0, nullptr) <= sizeof(RGNDATAHEADER) + kMostRectangles * sizeof(RECT);
+}
+
 CSize WindowSize(HWND window) {
     CRect rect;
     ::GetWindowRect(window, &rect);
@@ -37,6 +45,7 @@ void SetCornerRegion(HWND window, CBitmap* left, CBitmap* right, int rightOffset
     CRgn region;
     region.CreateRectRgn(0, 0, size.cx, size.cy);
     CutCorners(region, size, left, right, rightOffset);
+    if (!IsModest(region)) region.CreateRectRgn(0, 0, size.cx, size.cy);
     if (::SetWindowRgn(window, region, TRUE)) region.Detach();
 }
 

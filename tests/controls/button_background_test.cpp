@@ -1,4 +1,6 @@
 // The parent's surface behind check boxes and radio buttons.
+#include <algorithm>
+
 #include "controls/button_fixture.h"
 #include "controls/parent_background.h"
 
@@ -109,7 +111,11 @@ TEST_P(ButtonBackground, ChangeOfTheMarkRepaintsTheMarksColumnOnly) {
             return std::nullopt;
         };
         ::SendMessageA(button, BM_SETCHECK, BST_CHECKED, 0);
-        EXPECT_EQ(order, (std::vector<std::string>{"parent", "button"}));
+        // The update of a parent that doesn't clip its children may bring one more of the button.
+        ASSERT_GE(order.size(), 2u);
+        EXPECT_EQ(order.front(), "parent");
+        EXPECT_EQ(order.back(), "button");
+        EXPECT_EQ(std::count(order.begin(), order.end(), "parent"), 1);
         const RECT expectedOwn{0, 0, 15, 30};
         RECT expectedBelow = expectedOwn;
         ::OffsetRect(&expectedBelow, kButtonPlace.left, kButtonPlace.top);

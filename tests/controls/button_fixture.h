@@ -31,10 +31,9 @@ inline std::string NameOfWorld(const testing::TestParamInfo<ButtonWorld>& info) 
     return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
 }
 
-inline const auto kButtonWorlds = testing::Values(ButtonWorld{ControlsVersion::V5, Charset::Ansi},
-                                                  ButtonWorld{ControlsVersion::V5, Charset::Unicode},
-                                                  ButtonWorld{ControlsVersion::V6, Charset::Ansi},
-                                                  ButtonWorld{ControlsVersion::V6, Charset::Unicode});
+inline const auto kButtonWorlds = testing::Values(
+    ButtonWorld{ControlsVersion::V5, Charset::Ansi}, ButtonWorld{ControlsVersion::V5, Charset::Unicode},
+    ButtonWorld{ControlsVersion::V6, Charset::Ansi}, ButtonWorld{ControlsVersion::V6, Charset::Unicode});
 
 /* What tells the faces of a push button apart. */
 struct Face {
@@ -44,8 +43,8 @@ struct Face {
     bool operator==(const Face&) const = default;
 };
 inline void PrintTo(const Face& face, std::ostream* out) {
-    *out << std::hex << "{top 0x" << face.top << ", bottom 0x" << face.bottom << ", border 0x" << face.border << "}"
-         << std::dec;
+    *out << std::hex << "{top 0x" << face.top << ", bottom 0x" << face.bottom << ", border 0x" << face.border
+         << "}" << std::dec;
 }
 
 /* In rows without text, away from the round corners. The height has to be even. */

@@ -71,7 +71,8 @@ TEST_P(ButtonInput, DoubleClickIsTwoClicks) {
     EXPECT_TRUE(PumpUntil([&] { return Parent().log.Count(WM_COMMAND) == 2; }));
     const Received click = ClickOf(Parent(), button);
     EXPECT_EQ(Parent().log.Entries(), (Notifications{click, click}));
-    const std::vector<UINT> expected{WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONDOWN, WM_LBUTTONUP};
+    const std::vector<UINT> expected{WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONDOWN,
+                                     WM_LBUTTONUP};
     EXPECT_EQ(spy.log.Messages(), expected);
 }
 
@@ -120,7 +121,8 @@ TEST_P(ButtonInput, ClickOnTheAutoRadioButtonChecksIt) {
     HWND button = MakeListenedButton(BS_AUTORADIOBUTTON);
     ClickMouse(button, kInside);
     EXPECT_TRUE(PumpUntil([&] { return ::SendMessageA(button, BM_GETCHECK, 0, 0) == BST_CHECKED; }));
-    EXPECT_TRUE(PumpUntil([&] { return Shown(button).At(6, 14) == TestSkin::ColourOfBitmap(BMP_BTN_RADIO_ON); }));
+    EXPECT_TRUE(
+        PumpUntil([&] { return Shown(button).At(6, 14) == TestSkin::ColourOfBitmap(BMP_BTN_RADIO_ON); }));
     EXPECT_TRUE(Parent().log.Has(WM_COMMAND));
 }
 

@@ -109,7 +109,8 @@ TEST_P(ButtonMessage, NewTextOfAnEnabledButtonIsFollowedByAPressWithItsAddress) 
         const char text[] = "New";
         const LPARAM address = reinterpret_cast<LPARAM>(text);
         EXPECT_EQ(::SendMessageA(button, WM_SETTEXT, 5, address), 0);
-        const std::vector<Received> expected{{button, WM_SETTEXT, 5, address}, {button, WM_LBUTTONDOWN, 5, address}};
+        const std::vector<Received> expected{{button, WM_SETTEXT, 5, address},
+                                             {button, WM_LBUTTONDOWN, 5, address}};
         EXPECT_EQ(spy.log.Entries(), expected);
         char kept[16] = {};
         ::GetWindowTextA(button, kept, sizeof kept);
@@ -144,7 +145,8 @@ TEST_P(ButtonMessage, NewTextPressesTheButtonIfItsAddressIsAPointInside) {
     HWND button = MakeButton(BS_PUSHBUTTON, {0, 0, 400, 280});
     void* memory = nullptr;
     for (UINT_PTR row = 1; row < 270 && !memory; ++row)
-        memory = ::VirtualAlloc(reinterpret_cast<void*>(row << 16), 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+        memory = ::VirtualAlloc(reinterpret_cast<void*>(row << 16), 4096, MEM_RESERVE | MEM_COMMIT,
+                                PAGE_READWRITE);
     ASSERT_NE(memory, nullptr);
     char* text = static_cast<char*>(memory) + 7;
     ::lstrcpyA(text, "New");
@@ -298,7 +300,9 @@ TEST_P(ButtonMessage, ColourMessageMakesTheContextTransparentAndGivesNoBrush) {
     HWND button = MakeButton(BS_PUSHBUTTON);
     const Canvas canvas(4, 4, RGB(9, 9, 9));
     ::SetBkMode(canvas.Dc(), OPAQUE);
-    EXPECT_EQ(SeenOf(button, WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(canvas.Dc()), reinterpret_cast<LPARAM>(button)), 0);
+    EXPECT_EQ(SeenOf(button, WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(canvas.Dc()),
+                     reinterpret_cast<LPARAM>(button)),
+              0);
     EXPECT_EQ(reinterpret_cast<HGDIOBJ>(result), ::GetStockObject(NULL_BRUSH));
     EXPECT_EQ(::GetBkMode(canvas.Dc()), TRANSPARENT);
 }

@@ -50,10 +50,11 @@ TEST_P(ButtonPress, EdgesOfTheClientAreaCountAsTheRectangleDoes) {
         POINT point;
         bool inside;
     };
-    for (const Row& row : {Row{{0, 0}, true}, Row{{99, 29}, true}, Row{{100, 29}, false}, Row{{99, 30}, false},
-                           Row{{-1, 0}, false}, Row{{0, -1}, false}}) {
+    for (const Row& row : {Row{{0, 0}, true}, Row{{99, 29}, true}, Row{{100, 29}, false},
+                           Row{{99, 30}, false}, Row{{-1, 0}, false}, Row{{0, -1}, false}}) {
         Send(button, WM_MOUSEMOVE, row.point);
-        EXPECT_EQ(ShownFace(button), row.inside ? HotFace() : NormalFace()) << row.point.x << ", " << row.point.y;
+        EXPECT_EQ(ShownFace(button), row.inside ? HotFace() : NormalFace())
+            << row.point.x << ", " << row.point.y;
         Send(button, WM_MOUSEMOVE, kOutside);
     }
 }
@@ -278,8 +279,8 @@ TEST_P(ButtonPress, DoubleClickIsASecondPress) {
 }
 
 TEST_P(ButtonPress, ButtonWithoutAParentClicksNobody) {
-    HWND button = ::CreateWindowExA(0, "Button", "Alone", WS_POPUP | WS_VISIBLE, 10, 10, 100, 30, nullptr, nullptr,
-                                    ::GetModuleHandleA(nullptr), nullptr);
+    HWND button = ::CreateWindowExA(0, "Button", "Alone", WS_POPUP | WS_VISIBLE, 10, 10, 100, 30, nullptr,
+                                    nullptr, ::GetModuleHandleA(nullptr), nullptr);
     ASSERT_TRUE(IsSkinned(button));
     EXPECT_EQ(ShownFace(button), NormalFace());
     Send(button, WM_LBUTTONDOWN, kInside);

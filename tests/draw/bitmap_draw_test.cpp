@@ -75,7 +75,8 @@ void Compare(TargetType type, unsigned seed, int rounds, bool plain_mapping,
         Source source(random, key);
         if (random.OneIn(2)) {
             const Selected selected(source.Handle());
-            key = ::GetPixel(selected, random.Between(0, source.size.cx - 1), random.Between(0, source.size.cy - 1));
+            const POINT at{random.Between(0, source.size.cx - 1), random.Between(0, source.size.cy - 1)};
+            key = ::GetPixel(selected, at.x, at.y);
         }
         const auto state = RandomState(random, plain_mapping);
         const auto [expected, actual] = make(random, source, key);
@@ -86,8 +87,8 @@ void Compare(TargetType type, unsigned seed, int rounds, bool plain_mapping,
             });
         };
         const std::string difference = Difference(run(expected), run(actual));
-        ASSERT_EQ(difference, "") << NameOf(type) << ", round " << i << ", source of depth " << source.depth << ", "
-                                  << source.size.cx << " by " << source.size.cy
+        ASSERT_EQ(difference, "") << NameOf(type) << ", round " << i << ", source of depth " << source.depth
+                                  << ", " << source.size.cx << " by " << source.size.cy
                                   << (source.in_skin ? ", of the skin" : ", plain");
     }
 }
@@ -177,7 +178,8 @@ TEST(Transparent, NullIsPassedOver) {
 TEST(BitmapDraw, CopiesEqualTheirBlitsOnEveryTarget) {
     for (const TargetType type : kAllTargets) {
         for (const bool plain_mapping : {true, false}) {
-            Compare(type, 4000, plain_mapping ? 150 : 30, plain_mapping, [](Random& random, Source&, COLORREF) {
+            const int rounds = plain_mapping ? 150 : 30;
+            Compare(type, 4000, rounds, plain_mapping, [](Random& random, Source&, COLORREF) {
                 const int x = random.Between(-30, Target::kSize.cx);
                 const int y = random.Between(-30, Target::kSize.cy);
                 return std::pair<Draw, Draw>(
@@ -201,8 +203,8 @@ TEST(BitmapDraw, PartsEqualTheirBlitsOnEveryTarget) {
             return std::pair<Draw, Draw>(
                 [=](CDC& dc, Source& s) {
                     const Selected source(s.Handle());
-                    ::BitBlt(dc, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, source, 0, 0,
-                             SRCCOPY);
+                    const CRect r(rect);
+                    ::BitBlt(dc, r.left, r.top, r.Width(), r.Height(), source, 0, 0, SRCCOPY);
                 },
                 [=](CDC& dc, Source& s) { DrawBitmapIn(dc, s.Bitmap(), rect); });
         });
@@ -226,7 +228,8 @@ TEST(BitmapDraw, AnEmptyRectangleTakesNothing) {
 TEST(VerticalStretch, EqualsItsBlitsOnEveryTarget) {
     for (const TargetType type : kAllTargets) {
         for (const bool plain_mapping : {true, false}) {
-            Compare(type, 6000, plain_mapping ? 150 : 20, plain_mapping, [](Random& random, Source&, COLORREF) {
+            const int rounds = plain_mapping ? 150 : 20;
+            Compare(type, 6000, rounds, plain_mapping, [](Random& random, Source&, COLORREF) {
                 const int x = random.Between(-20, Target::kSize.cx);
                 const int y = random.Between(-60, Target::kSize.cy);
                 const int height = random.OneIn(4) ? random.Between(-20, 3) : random.Between(0, 120);
@@ -289,7 +292,8 @@ TEST(VerticalStretch, AbsurdHeightCostsNoMoreThanWhatShows) {
 TEST(Tiles, EqualTheirBlitsOnEveryTarget) {
     for (const TargetType type : kAllTargets) {
         for (const bool plain_mapping : {true, false}) {
-            Compare(type, 7000, plain_mapping ? 150 : 30, plain_mapping, [](Random& random, Source&, COLORREF) {
+            const int rounds = plain_mapping ? 150 : 30;
+            Compare(type, 7000, rounds, plain_mapping, [](Random& random, Source&, COLORREF) {
                 const int from = random.Between(-300, Target::kSize.cx);
                 const int end = from + random.Between(-5, 500);
                 const int y = random.Between(-20, Target::kSize.cy);
@@ -345,7 +349,8 @@ TEST(BitmapDraw, BitmapSelectedElsewhereStillDraws) {
             };
             const Picture expected = target.Draw(nullptr, draw);
             const Selected held(bitmap);
-            EXPECT_EQ(Difference(expected, target.Draw(nullptr, draw)), "") << NameOf(type) << ", depth " << depth;
+            const Picture actual = target.Draw(nullptr, draw);
+            EXPECT_EQ(Difference(expected, actual), "") << NameOf(type) << ", depth " << depth;
         }
     }
 }
@@ -369,7 +374,8 @@ TEST(BitmapDraw, BitmapCanBeDeletedRightAfterItWasDrawn) {
 
 TEST(BitmapDraw, DrawingLeavesNoObjects) {
     Random random(23);
-    Target targets[] = {Target(TargetType::Compatible), Target(TargetType::Dib16), Target(TargetType::Window)};
+    Target targets[] = {Target(TargetType::Compatible), Target(TargetType::Dib16),
+                        Target(TargetType::Window)};
     const auto round = [&] {
         for (const int depth : {0, -1, 8}) {
             CSkinBitmap bitmap;

@@ -89,7 +89,7 @@ std::string NameOf(TargetType type) {
     return "?";
 }
 
-Target::Target(TargetType type) : m_type(type) {
+Target::Target(TargetType type) {
     if (type == TargetType::Window) {
         m_window = ::CreateWindowExA(WS_EX_TOPMOST, "STATIC", "", WS_POPUP | WS_VISIBLE, 40, 40, kSize.cx,
                                      kSize.cy, nullptr, nullptr, nullptr, nullptr);
@@ -149,11 +149,13 @@ Picture Target::Read() const {
     Picture picture(static_cast<std::size_t>(kSize.cx) * kSize.cy);
     BITMAPINFO info{};
     info.bmiHeader = {sizeof info.bmiHeader, kSize.cx, -kSize.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    // The top byte is no part of a colour, and the platform's own operations disagree about it.
+    constexpr DWORD kColour = 0xFFFFFFu;
     if (m_bitmap.m_hObject) {
         ::GetDIBits(m_dc, m_bitmap, 0, kSize.cy, picture.data(), &info, DIB_RGB_COLORS);
+        for (DWORD& p : picture) p &= kColour;
         return picture;
     }
-    // A window's pixels have no top byte of their own, and a surface's is not shown.
     void* bits = nullptr;
     CBitmap copy;
     copy.Attach(MakeDib(32, kSize, true, {}, &bits));
@@ -162,14 +164,15 @@ Picture Target::Read() const {
     ::BitBlt(memory, 0, 0, kSize.cx, kSize.cy, m_dc, 0, 0, SRCCOPY);
     ::GdiFlush();
     const DWORD* pixel = static_cast<const DWORD*>(bits);
-    const DWORD mask = m_type == TargetType::Window ? 0xFFFFFFu : 0xFFFFFFFFu;
-    for (DWORD& p : picture) p = *pixel++ & mask;
+    for (DWORD& p : picture) p = *pixel++ & kColour;
     return picture;
 }
 
 std::function<void(HDC)> RandomState(Random& random, bool plain_mapping) {
     const int clip = random.Between(0, 3);
-    const RECT box{random.Between(-5, 30), random.Between(-5, 25), random.Between(25, 70), random.Between(20, 50)};
+    // Normalised: the platform makes a damaged region of an inverted ellipse.
+    const RECT box{random.Between(-5, 25), random.Between(-5, 20), random.Between(30, 70),
+                   random.Between(25, 50)};
     const int mapping = plain_mapping ? random.Between(0, 1) : random.Between(2, 4);
     const POINT viewport{random.Between(-15, 15), random.Between(-15, 15)};
     const POINT window{random.Between(-15, 15), random.Between(-15, 15)};
@@ -214,8 +217,8 @@ HBITMAP MakeDib(int depth, const SIZE& size, bool top_down, const std::vector<RG
         std::copy_n(table.begin(), std::min(entries, table.size()), info.colours);
         info.head.biClrUsed = static_cast<DWORD>(entries);
     }
-    return ::CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, bits, nullptr,
-                              0);
+    const BITMAPINFO* header = reinterpret_cast<const BITMAPINFO*>(&info);
+    return ::CreateDIBSection(nullptr, header, DIB_RGB_COLORS, bits, nullptr, 0);
 }
 
 HBITMAP RandomBitmap(Random& random, int depth, const SIZE& size, COLORREF key) {

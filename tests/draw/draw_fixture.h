@@ -65,7 +65,6 @@ public:
 private:
     Picture Read() const;
 
-    TargetType m_type;
     HDC m_dc = nullptr;
     HWND m_window = nullptr;
     CBitmap m_bitmap;

@@ -120,9 +120,12 @@ TEST(Gradient, ColourOfABandIsThatOfMulDiv) {
     for (int i = 0; i < 20000; ++i) {
         const COLORREF first = random.Colour();
         const COLORREF second = random.Colour();
-        const int span = random.OneIn(3) ? random.Between(-3, 3) : random.Between(1, random.OneIn(2) ? 50 : INT_MAX);
+        const int longest = random.OneIn(2) ? 50 : INT_MAX;
+        const int span = random.OneIn(3) ? random.Between(-3, 3) : random.Between(1, longest);
         const int offset = random.Between(0, span > 0 ? span : 3);
-        const auto channel = [&](int a, int b) { return static_cast<BYTE>(a + ::MulDiv(b - a, offset, span)); };
+        const auto channel = [&](int a, int b) {
+            return static_cast<BYTE>(a + ::MulDiv(b - a, offset, span));
+        };
         const COLORREF expected = RGB(channel(GetRValue(first), GetRValue(second)),
                                       channel(GetGValue(first), GetGValue(second)),
                                       channel(GetBValue(first), GetBValue(second)));
@@ -149,7 +152,8 @@ TEST(Gradient, AbsurdRectangleCostsNoMoreThanWhatShows) {
         target.Draw(nullptr, [](HDC handle) {
             CDC dc(handle);
             for (int horizontal = 0; horizontal < 2; ++horizontal) {
-                DrawGradient(&dc, {-1000000000, -1000000000, 1000000000, 1000000000}, 0, 0xFFFFFF, horizontal, 0);
+                constexpr int kFar = 1000000000;
+                DrawGradient(&dc, {-kFar, -kFar, kFar, kFar}, 0, 0xFFFFFF, horizontal, 0);
                 DrawGradient(&dc, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, 0, 0xFFFFFF, horizontal, 0);
                 DrawGradient(&dc, {INT_MAX, INT_MAX, INT_MIN, INT_MIN}, 0, 0xFFFFFF, horizontal, 0);
                 DrawGradient(&dc, {0, 0, INT_MAX, INT_MAX}, 0, 0xFFFFFF, horizontal, 0);

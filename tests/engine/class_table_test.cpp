@@ -107,8 +107,9 @@ private:
         char name[64] = {};
         ::GetClassNameA(sent.hwnd, name, sizeof name);
         if (code == HC_ACTION && sent.message == WM_WINDOWPOSCHANGING && s_className == name) {
+            // A change of the window's region is a frame change too, but without activation.
             constexpr UINT kRefresh = SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED;
-            if ((reinterpret_cast<const WINDOWPOS*>(sent.lParam)->flags & kRefresh) == kRefresh) ++s_changes;
+            if (reinterpret_cast<const WINDOWPOS*>(sent.lParam)->flags == kRefresh) ++s_changes;
         }
         return ::CallNextHookEx(nullptr, code, wParam, lParam);
     }
@@ -158,8 +159,10 @@ TEST_F(ClassTable, GivesFramesAndViewsOfOneClassTheirOwn) {
         HostWindow frame("AfxFrameOrView42", WS_CHILD | bit, m_parent);
         EXPECT_TRUE(HasSkin<CSkinFrame>(frame)) << std::hex << bit;
     }
-    HostWindow capitals("AFXFRAMEORVIEW42", WS_CHILD | WS_SYSMENU, m_parent);
-    EXPECT_TRUE(HasSkin<CSkinFrame>(capitals));
+    {
+        HostWindow capitals("AFXFRAMEORVIEW42", WS_CHILD | WS_SYSMENU, m_parent);
+        EXPECT_TRUE(HasSkin<CSkinFrame>(capitals));
+    }
     HostWindow view("AfxFrameOrView42", WS_CHILD | WS_VSCROLL | WS_CLIPCHILDREN, m_parent);
     EXPECT_FALSE(HasSkin<CSkinFrame>(view));
 }

@@ -168,24 +168,11 @@ TEST_F(SharedProcedure, KeepsTheObjectOfAParentWhoseChildDestroysIt) {
     EXPECT_TRUE(childDeleted);
 }
 
-bool g_dialogAndButtonHaveSkins;
-
-// Closes the dialog by a click on its button.
+// Ends at the click on its button, while the handlers of the button are still running.
 INT_PTR CALLBACK ClosingDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
-    if (message == WM_INITDIALOG) {
-        HWND button = ::CreateWindowExA(0, "BUTTON", "OK", WS_CHILD | WS_VISIBLE, 0, 0, 60, 20, dialog,
-                                        reinterpret_cast<HMENU>(IDOK), nullptr, nullptr);
-        g_dialogAndButtonHaveSkins = HasSkin<CSkinDialog>(dialog) && HasSkin<CSkinButton>(button);
-        ::PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
-        ::PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
-        return TRUE;
-    }
-    if (message == WM_COMMAND && LOWORD(wParam) == IDOK) {
-        ::EndDialog(dialog, 1234);
-        ::DestroyWindow(dialog);  // at once, while the button's handler is still running
-        return TRUE;
-    }
-    return FALSE;
+    if (message != WM_COMMAND || LOWORD(wParam) != IDOK) return FALSE;
+    ::DestroyWindow(dialog);
+    return TRUE;
 }
 
 TEST(DialogOnScreen, MayBeClosedByItsOwnButton) {
@@ -194,11 +181,15 @@ TEST(DialogOnScreen, MayBeClosedByItsOwnButton) {
         DLGTEMPLATE head{WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 0, 0, 10, 10, 100, 50};
         WORD menu = 0, windowClass = 0, title = 0;
     } dialogTemplate;
-    g_dialogAndButtonHaveSkins = false;
-    const INT_PTR result = ::DialogBoxIndirectParamA(::GetModuleHandleA(nullptr), &dialogTemplate.head, nullptr,
-                                                     &ClosingDialog, 0);
-    EXPECT_TRUE(g_dialogAndButtonHaveSkins);
-    EXPECT_EQ(result, 1234);
+    HWND dialog = ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &dialogTemplate.head, nullptr,
+                                               &ClosingDialog, 0);
+    HWND button = CreateControl(Charset::Ansi, dialog, "BUTTON", "OK", 0, {0, 0, 60, 20}, IDOK);
+    ASSERT_TRUE(HasSkin<CSkinDialog>(dialog) && HasSkin<CSkinButton>(button));
+    PumpMessages();
+    ::SendMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    ::SendMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+    EXPECT_TRUE(PumpUntil([dialog] { return !::IsWindow(dialog); }));
+    EXPECT_FALSE(::IsWindow(button));
     EXPECT_TRUE(CTavixSkin::GetCurrentThreadSkin()->GetSkinWndList()->IsEmpty());
 }
 

@@ -9,6 +9,7 @@
 #include "engine_objects.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
+#include "support/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -183,6 +184,52 @@ TEST(UninstallInsideAHandler, MayBeTheWindowsOwnEnd) {
         EXPECT_FALSE(::IsWindow(button));
         EXPECT_EQ(::IsSkinnedThread(::GetCurrentThreadId()), 0);
     }
+}
+
+// ---------------------------------------------------------------- what is left
+
+void OneHostsLife() {
+    Skinned skinned;
+    HostWindow frame("Tavix_PaneA", WS_OVERLAPPEDWINDOW | WS_VISIBLE);
+    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 10, 10, 200, 150, frame,
+                                    nullptr, nullptr, nullptr);
+    CreateControl(Charset::Ansi, dialog, "BUTTON", "press", BS_PUSHBUTTON, {5, 5, 80, 25});
+    CreateControl(Charset::Ansi, dialog, "BUTTON", "tick", BS_AUTOCHECKBOX, {5, 35, 80, 55});
+    ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
+    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
+    ASSERT_EQ(::SetSkinFromFile(SharedSkin().Path()), 1);
+    PumpMessages();
+    ::DestroyWindow(dialog);
+}
+
+TEST(HostsLife, LeavesNoGdiOrUserObjects) {
+    for (int i = 0; i < 3; ++i) OneHostsLife();
+    const int gdi = CountGdiObjects();
+    const int user = CountUserObjects();
+    ASSERT_GT(gdi, 0);
+    constexpr int kRounds = 10;
+    for (int i = 0; i < kRounds; ++i) OneHostsLife();
+    // What the platform keeps for itself now and then does not repeat in each round.
+    EXPECT_LT(CountGdiObjects() - gdi, kRounds);
+    EXPECT_LT(CountUserObjects() - user, kRounds);
+}
+
+TEST(HostsLife, LeavesNoObjectsWhenWindowsOutliveTheSkin) {
+    const auto life = [] {
+        Install();
+        HostWindow frame("Tavix_PaneA", WS_OVERLAPPEDWINDOW | WS_VISIBLE);
+        CreateControl(Charset::Ansi, frame, "BUTTON", "press", 0, {5, 5, 80, 25});
+        PumpMessages();
+        ::UnInstallTavixSkin();
+        PumpMessages();
+    };
+    for (int i = 0; i < 3; ++i) life();
+    const int gdi = CountGdiObjects();
+    const int user = CountUserObjects();
+    constexpr int kRounds = 10;
+    for (int i = 0; i < kRounds; ++i) life();
+    EXPECT_LT(CountGdiObjects() - gdi, kRounds);
+    EXPECT_LT(CountUserObjects() - user, kRounds);
 }
 
 // ---------------------------------------------------------------- a new skin, and windows of the former one

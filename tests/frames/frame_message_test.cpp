@@ -37,7 +37,10 @@ TEST_P(FrameMessage, CreateAnswersZeroWhateverTheHostAnswers) {
         if (r.message == WM_CREATE) return -1;
         return std::nullopt;
     };
-    EXPECT_EQ(frame.Send(WM_CREATE), 0);
+    CREATESTRUCTA created{};
+    created.lpszClass = "Tavix_PaneA";
+    created.lpszName = "";
+    EXPECT_EQ(frame.Send(WM_CREATE, 0, reinterpret_cast<LPARAM>(&created)), 0);
 }
 
 TEST_P(FrameMessage, RemembersTheMenuThatTheWindowHadAtCreation) {

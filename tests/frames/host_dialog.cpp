@@ -1,11 +1,9 @@
 #include "frames/host_dialog.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <vector>
 
-#include "support/test_skin.h"
+#include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
 
 namespace tavix_test {
@@ -36,6 +34,19 @@ private:
 };
 
 }  // namespace
+
+DialogTest::DialogTest() {
+    static TestSkin unchanged;
+    static const char* const path = unchanged.Write();
+    EXPECT_EQ(::InstallTavixSkin(path), 1);
+}
+
+DialogTest::~DialogTest() {
+    ::ReleaseCapture();
+    ::UnInstallTavixSkin();
+}
+
+void DialogTest::UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
 
 HostDialog::HostDialog(const DialogSetup& setup) : handler(setup.handler) {
     const Template dialog(setup.style & ~static_cast<DWORD>(WS_VISIBLE), setup.title);
@@ -69,7 +80,8 @@ INT_PTR HostDialog::RunModal(const DialogSetup& setup) {
 }
 
 INT_PTR CALLBACK HostDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (g_creating && !g_creating->window) {
+    // The parent may hear of its new child first; it is known already.
+    if (g_creating && !g_creating->window && !::GetWindowLongPtrA(window, GWLP_USERDATA)) {
         g_creating->window = window;
         ::SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(g_creating));
     }
@@ -133,7 +145,8 @@ int HostDialog::States() const {
 
 DialogLook LookOf(const HostDialog& dialog) {
     const DialogSkinTestAccess access = dialog.Skin();
-    DialogLook look{.style = access.Style()};
+    DialogLook look{};
+    look.style = access.Style();
     look.closeState = access.CloseState();
     look.maxState = access.MaxState();
     look.minState = access.MinState();

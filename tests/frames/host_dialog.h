@@ -1,6 +1,7 @@
 /* A host's dialog under test: skinned by its class, and recording what its dialog procedure gets. */
 #pragma once
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <functional>
@@ -43,6 +44,21 @@ constexpr DWORD kDialogStyle = WS_POPUP | WS_CAPTION | kAllDialogButtons;
 constexpr RECT kDialogPlace{140, 110, 540, 350};
 /* The four codes of a dialog's caption buttons, from the right. */
 constexpr LRESULT kButtonCodes[] = {HTCLOSE, HTMAXBUTTON, HTMINBUTTON, HTHELP};
+
+/*
+ * A thread with the test skin for each test. The file is written once for all of them; a test that
+ * wants another skin changes its own `skin` and puts it in force.
+ */
+class DialogTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { ParkMouse(); }
+    DialogTest();
+    ~DialogTest() override;
+
+    void UseChangedSkin();
+
+    TestSkin skin;
+};
 
 /* What a dialog is made of. Its place is in pixels, in screen or in the parent's client co-ordinates. */
 struct DialogSetup {

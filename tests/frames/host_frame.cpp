@@ -23,7 +23,8 @@ std::wstring Widen(const char* text) { return {text, text + std::strlen(text)}; 
 }  // namespace
 
 HostFrame::HostFrame(DWORD style, const RECT& place, const char* title, HMENU menu, Charset charset,
-                     const char* className) {
+                     const char* className)
+    : m_charset(charset) {
     g_creating = this;
     const CRect at(place);
     HINSTANCE instance = ::GetModuleHandleA(nullptr);
@@ -65,8 +66,10 @@ LRESULT CALLBACK HostFrame::Procedure(HWND window, UINT message, WPARAM wParam, 
         if (self->handler)
             if (const std::optional<LRESULT> answer = self->handler(received)) return *answer;
     }
-    return ::IsWindowUnicode(window) ? ::DefWindowProcW(window, message, wParam, lParam)
-                                     : ::DefWindowProcA(window, message, wParam, lParam);
+    // The host's own charset: to the system a window counts as an ANSI one once it is skinned.
+    HostFrame* host = self ? self : g_creating;
+    return host && host->m_charset == Charset::Unicode ? ::DefWindowProcW(window, message, wParam, lParam)
+                                                       : ::DefWindowProcA(window, message, wParam, lParam);
 }
 
 FrameSkinTestAccess HostFrame::Skin() const {

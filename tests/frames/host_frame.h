@@ -59,6 +59,7 @@ public:
 
 private:
     static LRESULT CALLBACK Procedure(HWND, UINT, WPARAM, LPARAM);
+    Charset m_charset;
 };
 
 /* The middle of a rectangle. */

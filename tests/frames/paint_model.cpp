@@ -62,6 +62,7 @@ void PaintModel::BorderLines(int top) {
 
 Picture ExpectedFrame(const TestSkin& skin, int w, int h, const FrameLook& look) {
     PaintModel model(skin, w, h);
+    model.Fill({0, 0, w, h}, skin.Colour(5));
     const int s0 = static_cast<int>(skin.Size(0));
     const int s1 = static_cast<int>(skin.Size(1));
     const int s2 = static_cast<int>(skin.Size(2));

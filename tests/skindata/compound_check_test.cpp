@@ -157,6 +157,16 @@ TEST_F(LargeCompoundCheck, RefusesADifatThatIsShorterThanAnnounced) {
     ExpectRefused(image, kDifatCountField, 0xFFFFFFFF);
 }
 
+TEST_F(LargeCompoundCheck, RefusesAListOfFatSectorsThatEndsEarly) {
+    // What the file needs is in the header's part of the list.
+    CompoundLayout layout;
+    layout.spare_fat_sectors = 150;
+    ExpectRefused(CompoundImage(Content(), layout), [](CompoundImage& image) {
+        image.Put32(kDifatCountField, 0);
+        image.Put32(kDifatStartField, kEndMark);
+    });
+}
+
 TEST_F(LargeCompoundCheck, RefusesADifatWhoseSlotsDoNotFitTheCount) {
     const CompoundImage image = Large();
     // A slot freed in the middle, and one filled after the last.
@@ -249,6 +259,10 @@ TEST(CompoundCheck, RefusesNamesOfNoSaneLength) {
         for (const uint16_t size : {0, 1, 9, 66, 65535}) {
             ExpectRefused([=](CompoundImage& image) { image.Put16(image.EntryOffset(path) + kNameSizeField, size); });
         }
+        ExpectRefused([=](CompoundImage& image) {
+            const size_t field = image.EntryOffset(path) + kNameSizeField;
+            image.Put16(field, image.Get16(field) + 1);
+        });
         ExpectRefused([=](CompoundImage& image) {
             const size_t entry = image.EntryOffset(path);
             image.Put16(entry + image.Get16(entry + kNameSizeField) - 2, u'x');

@@ -1,48 +1,15 @@
 /* Loading and saving records: every field, the order of loading, the slots, the two sets. */
 #include "draw/skin_bitmap.h"
 #include "skindata/record_io.h"
+#include "filled_records.h"
 #include "storage_access.h"
 
 #include <cstring>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace tavix_test {
 namespace {
-
-// A number for each field that no other field has.
-DWORD Distinct(TSkinType kind, const TSkinField& field) { return 0x01000000u * (kind + 1) + field.offset * 0x101u + 7; }
-
-struct FilledRecords {
-    RecordSet records;
-    std::vector<std::unique_ptr<CBitmap>> bitmaps;
-
-    static std::string Name(TSkinType kind, const TSkinField& field) {
-        return "n" + std::to_string(kind) + "_" + std::to_string(field.offset);
-    }
-    // Large and small bitmaps differ in the blue part.
-    static COLORREF ColourOf(const TSkinField& field) {
-        return TestSkin::ColourOfBitmap(field.id) + (field.set == skinSetLarge ? RGB(0, 0, 0x40) : 0);
-    }
-
-    FilledRecords() {
-        for (const TSkinType kind : AllKinds()) {
-            for (const TSkinField& field : *GetSkinRecordLayout(kind)) {
-                void* record = records.Record(kind);
-                switch (field.kind) {
-                case skinFieldColour:
-                case skinFieldSize: *SkinNumberAt(record, field) = Distinct(kind, field); break;
-                case skinFieldRect: *SkinRectAt(record, field) = {-3 - kind, 5 + kind, 300 + kind, 0x7F}; break;
-                case skinFieldBitmap:
-                    bitmaps.push_back(MakeBitmap(3, 2, ColourOf(field)));
-                    records.SetBitmap(kind, field, Name(kind, field), bitmaps.back().get());
-                    break;
-                }
-            }
-        }
-    }
-};
 
 void ExpectLoaded(TSkinType kind, const CTavixSkinFace& face, TSkinFieldSet absentSet) {
     for (const TSkinField& field : *GetSkinRecordLayout(kind)) {
@@ -102,31 +69,41 @@ TEST(RecordIo, ItemsAnswerOneWhateverHappened) {
     EXPECT_EQ(open.access.Save(skinFrame, nullptr, nullptr), 0);
 }
 
-TEST(RecordIo, ANameWithoutAStreamTakesTheBitmapLoadedBeforeIt) {
-    for (const TSkinType kind : AllKinds()) {
-        for (const TSkinFieldSet absent : {skinSetLarge, skinSetSmall}) {
-            if (absent == skinSetSmall && kind != skinScrollbar) continue;
-            std::vector<const TSkinField*> order;
-            for (const TSkinField& field : *GetSkinRecordLayout(kind))
-                if (field.kind == skinFieldBitmap && field.set != absent) order.push_back(&field);
-            for (std::size_t missing = 0; missing < order.size(); ++missing) {
-                FilledRecords filled;
-                SkinSlotAt(filled.records.Record(kind), *order[missing])->Set(nullptr);
-                OpenFile open;
-                ASSERT_EQ(open.access.Save(kind, open.root.Get(), filled.records.Record(kind)), 1);
-                CTavixSkinFace face;
-                ASSERT_EQ(tavix::LoadRecord(open.root.Get(), kind, &face, absent == skinSetLarge ? 16 : 17), 1);
-                for (std::size_t i = 0; i < order.size(); ++i) {
-                    CBitmap* bitmap = face.GetBmp(order[i]->id);
-                    if (i != missing) {
-                        EXPECT_EQ(PixelOf(bitmap), FilledRecords::ColourOf(*order[i])) << order[i]->id;
-                    } else {
-                        EXPECT_EQ(bitmap, i ? face.GetBmp(order[i - 1]->id) : nullptr) << order[i]->id;
-                    }
-                }
+// Takes each bitmap in turn out of a record that has all, and puts it back.
+void ExpectCarryingOver(FilledRecords& filled, TSkinType kind, TSkinFieldSet absent) {
+    std::vector<const TSkinField*> order;
+    for (const TSkinField& field : *GetSkinRecordLayout(kind))
+        if (field.kind == skinFieldBitmap && field.set != absent) order.push_back(&field);
+    OpenFile open;
+    ASSERT_EQ(open.access.Save(kind, open.root.Get(), filled.records.Record(kind)), 1);
+    for (std::size_t missing = 0; missing < order.size(); ++missing) {
+        const std::string name = FilledRecords::Name(kind, *order[missing]);
+        tavix::ComPtr<IStorage> storage;
+        ASSERT_EQ(open.access.OpenSubStg(open.root.Get(), GetSkinRecordLayout(kind)->storage, storage.Put()), 1);
+        ASSERT_EQ(storage->DestroyElement(std::wstring(name.begin(), name.end()).c_str()), S_OK);
+        storage.Reset();
+
+        CTavixSkinFace face;
+        ASSERT_EQ(tavix::LoadRecord(open.root.Get(), kind, &face, absent == skinSetLarge ? 16 : 17), 1);
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            CBitmap* bitmap = face.GetBmp(order[i]->id);
+            if (i != missing) {
+                EXPECT_EQ(PixelOf(bitmap), FilledRecords::ColourOf(*order[i])) << order[i]->id;
+            } else {
+                EXPECT_EQ(bitmap, i ? face.GetBmp(order[i - 1]->id) : nullptr) << order[i]->id;
             }
         }
+
+        const auto restored = MakeBitmap(3, 2, FilledRecords::ColourOf(*order[missing]));
+        ASSERT_EQ(open.access.OpenSubStg(open.root.Get(), GetSkinRecordLayout(kind)->storage, storage.Put()), 1);
+        ASSERT_EQ(open.access.WriteBmpToStm(storage.Get(), name.c_str(), restored.get()), 1);
     }
+}
+
+TEST(RecordIo, ANameWithoutAStreamTakesTheBitmapLoadedBeforeIt) {
+    FilledRecords filled;
+    for (const TSkinType kind : AllKinds()) ExpectCarryingOver(filled, kind, skinSetLarge);
+    ExpectCarryingOver(filled, skinScrollbar, skinSetSmall);
 }
 
 TEST(RecordIo, AllNamesMissingGiveNull) {
@@ -168,25 +145,35 @@ TEST(RecordIo, TheScrollBarSetIsChosenByTheWidth) {
 }
 
 // The metric as the system gives it, changed for the time of the test.
+class ScrollBarMetric {
+public:
+    ScrollBarMetric() : m_former(::GetSystemMetrics(SM_CXVSCROLL)) {}
+    ~ScrollBarMetric() { Set(m_former); }
+    static bool Set(int width) {
+        NONCLIENTMETRICSA metrics{};
+        metrics.cbSize = sizeof metrics;
+        if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return false;
+        metrics.iScrollWidth = width;
+        return ::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0) &&
+               ::GetSystemMetrics(SM_CXVSCROLL) == width;
+    }
+
+private:
+    int m_former;
+};
+
 TEST(RecordIo, TheScrollBarSetFollowsTheSystemAtEachLoad) {
-    NONCLIENTMETRICSA metrics{};
-    metrics.cbSize = sizeof metrics;
-    ASSERT_TRUE(::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0));
-    const int former = metrics.iScrollWidth;
+    const ScrollBarMetric metric;
     FilledRecords filled;
     TempFile file;
     ASSERT_TRUE(filled.records.Save(file.Path()));
     CTavixSkinFace face;
     for (const int width : {16, 17}) {
         SCOPED_TRACE(width);
-        metrics.iScrollWidth = width;
-        ASSERT_TRUE(::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0));
-        EXPECT_EQ(::GetSystemMetrics(SM_CXVSCROLL), width);
+        ASSERT_TRUE(ScrollBarMetric::Set(width));
         face.LoadSkin(file.Path());
         ExpectLoaded(skinScrollbar, face, width <= 16 ? skinSetLarge : skinSetSmall);
     }
-    metrics.iScrollWidth = former;
-    EXPECT_TRUE(::SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0));
 }
 
 TEST(RecordIo, ASmallOnlyScrollBarUnderALargeMetricHasItsCornerFillerAlone) {
@@ -233,11 +220,11 @@ TEST(RecordIo, TheEditRecordIsOneStreamOfSixteenBytes) {
 
 // Every field that is not a slot comes back as it was, the ones that nothing reads too.
 TEST(RecordIo, TheImageIsSavedWholeWithItsSlotsZero) {
+    FilledRecords filled;
+    filled.records.frame.reserved = 0xCAFE1234;
     for (const TSkinType kind : AllKinds()) {
         const TSkinRecordLayout& layout = *GetSkinRecordLayout(kind);
         SCOPED_TRACE(layout.storage);
-        FilledRecords filled;
-        if (kind == skinFrame) filled.records.frame.reserved = 0xCAFE1234;
         auto* record = static_cast<BYTE*>(filled.records.Record(kind));
         std::vector<BYTE> expected(record, record + layout.size);
         for (const TSkinField& field : layout)

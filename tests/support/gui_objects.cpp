@@ -11,11 +11,11 @@ namespace {
 
 /* One entry of the table that the platform's processes share with their kernel. */
 struct GdiEntry {
-    std::uint64_t object;
-    std::uint16_t owner;
+    std::uint64_t object;  // of a free entry: the next free one
+    std::uint32_t owner;
     std::uint16_t unique;
-    std::uint16_t type;
-    std::uint16_t flags;
+    std::uint8_t type;  // 0 while the entry is free
+    std::uint8_t flags;
     std::uint64_t user;
 };
 static_assert(sizeof(GdiEntry) == 24);
@@ -57,16 +57,25 @@ int CountGdiObjects() {
     if (!table) return -1;
     int count = 0;
     for (int i = 0; i < kGdiEntries; ++i)
-        if (table[i].object && (table[i].type || table[i].unique)) ++count;
+        if (table[i].type) ++count;
     return count;
 }
 
 int CountUserObjects() {
     const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
     if (counted) return static_cast<int>(counted);
+    // Every handle value is tried. The lowest free one is given out first, so that a long stretch
+    // of free ones is the end.
+    constexpr int kEnd = 2048;
     int count = 0;
-    for (std::uintptr_t value = 0x20; value <= 0xFFFE; value += 2) {
-        if (::IsWindow(reinterpret_cast<HWND>(value)) || ::IsMenu(reinterpret_cast<HMENU>(value))) ++count;
+    int unused = 0;
+    for (std::uintptr_t value = 0x20; value <= 0xFFFE && unused < kEnd; value += 2) {
+        // Windows of other processes come and go; their menus are not seen at all.
+        DWORD process = 0;
+        const bool window = ::GetWindowThreadProcessId(reinterpret_cast<HWND>(value), &process) != 0;
+        const bool menu = !window && ::IsMenu(reinterpret_cast<HMENU>(value));
+        if (menu || (window && process == ::GetCurrentProcessId())) ++count;
+        unused = window || menu ? 0 : unused + 1;
     }
     return count;
 }

@@ -3,10 +3,10 @@
 
 namespace tavix_test {
 
-/* GDI objects of all processes that share a handle table with this one. Negative if unknown. */
+/* GDI objects of this process. Negative if unknown. */
 int CountGdiObjects();
 inline long GdiObjectCount() { return CountGdiObjects(); }
-/* Windows and menus that exist. */
+/* Windows and menus of this process. */
 int CountUserObjects();
 
 }  // namespace tavix_test

@@ -27,17 +27,43 @@ void SendKey(WORD virtualKey, DWORD flags) {
 
 bool IsDown(int virtualKey) { return ::GetAsyncKeyState(virtualKey) < 0; }
 
+/*
+ * Arrived is when the pointer has stood there for a while: an event of the screen that comes late
+ * takes it back to where it was, and it is set anew then.
+ */
 void MoveTo(POINT screen) {
-    // The pointer is set anew while it is elsewhere: on some systems it bounces once.
-    const bool arrived = PumpUntil([screen] {
+    constexpr ULONGLONG kStill = 40;
+    ULONGLONG since = 0;
+    const bool arrived = PumpUntil([screen, &since] {
         POINT now;
         ::GetCursorPos(&now);
-        if (now.x == screen.x && now.y == screen.y) return true;
+        if (since && now.x == screen.x && now.y == screen.y) return ::GetTickCount64() - since >= kStill;
+        // Over a point beside it, so that a move is reported in any case.
+        ::SetCursorPos(screen.x + 1, screen.y);
         ::SetCursorPos(screen.x, screen.y);
+        since = ::GetTickCount64();
         return false;
     });
     EXPECT_TRUE(arrived);
-    PumpMessages(kSettle);
+}
+
+/* A small window of the thread's own in the corner of the screen, where nothing else is. */
+HWND ParkingPlace() {
+    static HWND window = nullptr;
+    if (!::IsWindow(window)) {
+        WNDCLASSA windowClass{};
+        windowClass.lpfnWndProc = ::DefWindowProcA;
+        windowClass.hInstance = ::GetModuleHandleA(nullptr);
+        windowClass.lpszClassName = "TavixTestParking";
+        ::RegisterClassA(&windowClass);
+        constexpr int kSide = 40;
+        window = ::CreateWindowExA(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, windowClass.lpszClassName, "",
+                                   WS_POPUP, ::GetSystemMetrics(SM_CXSCREEN) - kSide,
+                                   ::GetSystemMetrics(SM_CYSCREEN) - kSide, kSide, kSide, nullptr, nullptr,
+                                   windowClass.hInstance, nullptr);
+        ::ShowWindow(window, SW_SHOWNOACTIVATE);
+    }
+    return window;
 }
 
 void Button(bool down) {
@@ -84,7 +110,10 @@ void DoubleClickMouse(HWND window, POINT at) {
     ReleaseMouse();
 }
 
-void ParkMouse() { MoveTo({::GetSystemMetrics(SM_CXSCREEN) - 20, ::GetSystemMetrics(SM_CYSCREEN) - 20}); }
+void ParkMouse() {
+    // Over a window of another process, the desktop's too, the pointer's place would be reported late.
+    MoveMouse(ParkingPlace(), {20, 20});
+}
 
 void PressKey(WORD virtualKey) { Key(virtualKey, true); }
 void ReleaseKey(WORD virtualKey) { Key(virtualKey, false); }

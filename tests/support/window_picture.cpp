@@ -53,9 +53,8 @@ Picture PictureOfDc(HDC dc, const RECT& area) {
     const auto* source = static_cast<const DWORD*>(bits);
     const size_t count = static_cast<size_t>(picture.width) * static_cast<size_t>(picture.height);
     picture.pixels.resize(count);
-    std::transform(source, source + count, picture.pixels.begin(), [](DWORD pixel) {
-        return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
-    });
+    std::transform(source, source + count, picture.pixels.begin(),
+                   [](DWORD pixel) { return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF); });
     ::SelectObject(memory, former);
     ::DeleteDC(memory);
     ::DeleteObject(bitmap);

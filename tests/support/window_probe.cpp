@@ -48,8 +48,9 @@ std::vector<UINT> MessageLog::Messages() const {
 }
 
 int MessageLog::Count(UINT message) const {
-    return static_cast<int>(std::count_if(m_entries.begin(), m_entries.end(),
-                                          [message](const Received& entry) { return entry.message == message; }));
+    return static_cast<int>(
+        std::count_if(m_entries.begin(), m_entries.end(),
+                      [message](const Received& entry) { return entry.message == message; }));
 }
 
 ProbeWindow::ProbeWindow(DWORD style, SIZE client, POINT at, COLORREF background) : background(background) {
@@ -62,9 +63,9 @@ ProbeWindow::ProbeWindow(DWORD style, SIZE client, POINT at, COLORREF background
 
     RECT frame{0, 0, client.cx, client.cy};
     ::AdjustWindowRect(&frame, style, FALSE);
-    m_window = ::CreateWindowExA(0, kProbeClass, "probe", style & ~WS_VISIBLE, at.x, at.y,
-                                 frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr,
-                                 windowClass.hInstance, this);
+    m_window =
+        ::CreateWindowExA(0, kProbeClass, "probe", style & ~WS_VISIBLE, at.x, at.y, frame.right - frame.left,
+                          frame.bottom - frame.top, nullptr, nullptr, windowClass.hInstance, this);
     EXPECT_NE(m_window, nullptr);
     if (style & WS_VISIBLE) ::ShowWindow(m_window, SW_SHOW);
     ::UpdateWindow(m_window);
@@ -105,11 +106,12 @@ HWND CreateControl(Charset charset, HWND parent, const char* className, const ch
     HMENU menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
     HINSTANCE instance = ::GetModuleHandleA(nullptr);
     style |= WS_CHILD | WS_VISIBLE;
-    HWND window = charset == Charset::Ansi
-                      ? ::CreateWindowExA(exStyle, className, text, style, place.left, place.top, width, height,
-                                          parent, menu, instance, nullptr)
-                      : ::CreateWindowExW(exStyle, Widen(className).c_str(), Widen(text).c_str(), style,
-                                          place.left, place.top, width, height, parent, menu, instance, nullptr);
+    HWND window =
+        charset == Charset::Ansi
+            ? ::CreateWindowExA(exStyle, className, text, style, place.left, place.top, width, height, parent,
+                                menu, instance, nullptr)
+            : ::CreateWindowExW(exStyle, Widen(className).c_str(), Widen(text).c_str(), style, place.left,
+                                place.top, width, height, parent, menu, instance, nullptr);
     EXPECT_NE(window, nullptr) << className << ", error " << ::GetLastError();
     return window;
 }

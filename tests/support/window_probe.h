@@ -172,7 +172,10 @@ void PressMouse();
 void ReleaseMouse();
 void ClickMouse(HWND window, POINT at);
 void DoubleClickMouse(HWND window, POINT at);
-/* Takes the pointer to a corner of the screen where no test puts a window. */
+/*
+ * Takes the pointer to a small window in the bottom right corner of the screen, which is made at
+ * the first call and stays; no test should put a window there.
+ */
 void ParkMouse();
 void PressKey(WORD virtualKey);
 void ReleaseKey(WORD virtualKey);
