@@ -145,7 +145,6 @@ void ReturnCanvas(Surface* surface) {
         *link = surface->next_painted;
         break;
     }
-    surface->next_painted = nullptr;
     if (surface == &pool.canvas)
         pool.canvas_taken = false;
     else

@@ -80,7 +80,8 @@ void PaintDialogBackground(HDC dc, const RECT& area, const RECT& gradient) {
     CRect clip;
     if (::GetClipBox(dc, &clip) == NULLREGION) return;
     CRect shown;
-    if (!::IntersectRect(&shown, &clip, &area)) return;
+    // Beyond the ancestor's client area there is no gradient to show.
+    if (!::IntersectRect(&shown, &clip, &area) || !::IntersectRect(&shown, &shown, &gradient)) return;
     PaintOffscreen(dc, shown, [&](CDC& surface) {
         DrawGradient(&surface, gradient, SkinColour(CLR_DLG_BACK_FROM), SkinColour(CLR_DLG_BACK_TO), 0, 0);
     });

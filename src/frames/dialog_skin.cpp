@@ -116,8 +116,10 @@ void CSkinDialog::OnNcPaint() {
     };
     // A child dialog has no skin around its client area; a border that it may have is plain.
     const bool plain = (m_dwStyle & (DS_CONTROL | WS_CHILD)) != 0;
-    tavix::NonClientArea area(m_hWnd, tavix::SkinBitmap(BMP_DLG_CAPTION_LEFT),
-                              tavix::SkinBitmap(BMP_DLG_CAPTION_RIGHT));
+    // Without a caption the window keeps its corners, and they are painted.
+    const bool cut = tavix::HasCaption(m_dwStyle);
+    tavix::NonClientArea area(m_hWnd, cut ? tavix::SkinBitmap(BMP_DLG_CAPTION_LEFT) : nullptr,
+                              cut ? tavix::SkinBitmap(BMP_DLG_CAPTION_RIGHT) : nullptr);
     area.Run(false, [&](CDC& dc, CSize window) {
         if (plain)
             dc.FillSolidRect(CRect(0, 0, window.cx, window.cy), RGB(0, 0, 0));

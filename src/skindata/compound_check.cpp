@@ -225,8 +225,10 @@ public:
     /*
      * Whether an empty stream may name `start` as its first sector. Writers leave all sorts of
      * values there. When such a stream grows, a platform may take the value seriously and
-     * append to what it finds there, so the walk must end, and not in the file's structure.
-     * To be asked when everything else is claimed. No sector is walked twice in all calls.
+     * append to what it finds there, so the walk must end, and not in the file's structure. What
+     * is found may be another stream's: growing the one then spoils the other, and the file has
+     * to be checked again before it is opened again. To be asked when everything else is claimed.
+     * No sector is walked twice in all calls.
      */
     bool StartIsHarmless(uint32_t start) {
         const uint32_t walk = ++last_walk_;

@@ -27,25 +27,25 @@ COLORREF SampleColour(int bits, int x, int y) {
     return RGB(c.red * 8 + 1, c.green * 8 + 2, c.blue * 8 + 3);
 }
 
-DibSpec SampleDib(int bits, int width, int height) {
-    DibSpec spec;
-    spec.head.biSize = sizeof spec.head;
-    spec.head.biWidth = width;
-    spec.head.biHeight = height;
-    spec.head.biPlanes = 1;
-    spec.head.biBitCount = static_cast<WORD>(bits);
+DibParts SampleDib(int bits, int width, int height) {
+    DibParts parts;
+    parts.head.biSize = sizeof parts.head;
+    parts.head.biWidth = width;
+    parts.head.biHeight = height;
+    parts.head.biPlanes = 1;
+    parts.head.biBitCount = static_cast<WORD>(bits);
     if (bits <= 8) {
         for (int i = 0; i < 1 << bits; ++i) {
             const COLORREF c = SampleTableColour(bits, i);
-            spec.table.push_back({GetBValue(c), GetGValue(c), GetRValue(c), 0});
+            parts.table.push_back({GetBValue(c), GetGValue(c), GetRValue(c), 0});
         }
     }
     const int rows = height < 0 ? -height : height;
     const std::size_t row_bytes = (static_cast<std::size_t>(width * bits) + 31) / 32 * 4;
-    spec.bits.resize(row_bytes * static_cast<std::size_t>(rows));
+    parts.bits.resize(row_bytes * static_cast<std::size_t>(rows));
     for (int y = 0; y < rows; ++y) {
         const int place = height < 0 ? y : rows - 1 - y;
-        std::byte* row = spec.bits.data() + row_bytes * static_cast<std::size_t>(place);
+        std::byte* row = parts.bits.data() + row_bytes * static_cast<std::size_t>(place);
         for (int x = 0; x < width; ++x) {
             const COLORREF c = SampleColour(bits, x, y);
             const Fifths f = SampleFifths(x, y);
@@ -70,7 +70,7 @@ DibSpec SampleDib(int bits, int width, int height) {
             }
         }
     }
-    return spec;
+    return parts;
 }
 
 }  // namespace tavix_test

@@ -18,7 +18,7 @@ inline Bytes BytesOf(const std::vector<int>& values) {
 }
 
 /* The parts of a BMP file, to be changed before they are put together. */
-struct DibSpec {
+struct DibParts {
     BITMAPINFOHEADER head{};
     std::vector<DWORD> masks;
     std::vector<RGBQUAD> table;
@@ -56,6 +56,6 @@ COLORREF SampleTableColour(int bits, int index);
 /* The colour of a sample's pixel. */
 COLORREF SampleColour(int bits, int x, int y);
 /* A sound image in which every pixel's colour follows from its place; a height below 0 is top down. */
-DibSpec SampleDib(int bits, int width, int height);
+DibParts SampleDib(int bits, int width, int height);
 
 }  // namespace tavix_test

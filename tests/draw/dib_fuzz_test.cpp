@@ -48,13 +48,13 @@ std::vector<Bytes> SoundImages() {
         images.push_back(SampleDib(bits, 13, -9).Image());
     }
     for (const int bits : {4, 8}) {
-        DibSpec runs = SampleDib(bits, 13, 3);
+        DibParts runs = SampleDib(bits, 13, 3);
         runs.head.biCompression = bits == 4 ? BI_RLE4 : BI_RLE8;
         runs.bits = BytesOf({13, 1, 0, 0, 4, 2, 0, 3, 1, 2, 3, 0, 0, 2, 1, 1, 2, 3, 0, 1});
         images.push_back(runs.Image());
     }
     for (const int bits : {16, 32}) {
-        DibSpec masked = SampleDib(bits, 13, 9);
+        DibParts masked = SampleDib(bits, 13, 9);
         masked.head.biCompression = BI_BITFIELDS;
         masked.masks = {0x7C00, 0x03E0, 0x001F};
         images.push_back(masked.Image());

@@ -28,7 +28,7 @@ struct Converted {
     BITMAP facts{};
 };
 
-bool IsRefused(const DibSpec& spec) { return !Converted(spec.Image()); }
+bool IsRefused(const DibParts& parts) { return !Converted(parts.Image()); }
 
 /* The file image of a bitmap as bytes; empty on failure. */
 Bytes ImageOfHandle(HBITMAP bitmap) {
@@ -53,8 +53,8 @@ Bytes ImageOfHandle(HBITMAP bitmap) {
 TEST(DibImage, GivesTheImagesPixelsInEveryDepth) {
     for (const int bits : {1, 4, 8, 16, 24, 32}) {
         for (const int height : {5, -5}) {
-            const DibSpec spec = SampleDib(bits, 7, height);
-            const Converted made(spec.Image());
+            const DibParts parts = SampleDib(bits, 7, height);
+            const Converted made(parts.Image());
             ASSERT_TRUE(made) << bits;
             EXPECT_EQ(made.facts.bmWidth, 7);
             EXPECT_EQ(made.facts.bmHeight, 5);
@@ -90,12 +90,12 @@ TEST(DibImage, TheTypeWordIsNotLookedAt) {
 
 TEST(DibImage, LongerHeadersAndMasksAreRead) {
     for (const DWORD header : {40u, 52u, 56u, 108u, 124u}) {
-        DibSpec spec = SampleDib(32, 3, 2);
-        spec.head.biSize = header;
-        EXPECT_TRUE(Converted(spec.Image())) << header;
-        spec.head.biCompression = BI_BITFIELDS;
-        spec.masks = {0x000000FF, 0x0000FF00, 0x00FF0000};  // red and blue change places
-        const Converted made(spec.Image());
+        DibParts parts = SampleDib(32, 3, 2);
+        parts.head.biSize = header;
+        EXPECT_TRUE(Converted(parts.Image())) << header;
+        parts.head.biCompression = BI_BITFIELDS;
+        parts.masks = {0x000000FF, 0x0000FF00, 0x00FF0000};  // red and blue change places
+        const Converted made(parts.Image());
         ASSERT_TRUE(made) << header;
         const COLORREF c = SampleColour(32, 1, 1);
         EXPECT_EQ(ReadPixels(made.bitmap).pixels[4], RGB(GetBValue(c), GetGValue(c), GetRValue(c))) << header;
@@ -103,7 +103,7 @@ TEST(DibImage, LongerHeadersAndMasksAreRead) {
 }
 
 TEST(DibImage, RunLengthImagesAreDecoded) {
-    DibSpec eight = SampleDib(8, 6, 2);
+    DibParts eight = SampleDib(8, 6, 2);
     eight.head.biCompression = BI_RLE8;
     eight.bits = BytesOf({4, 1, 2, 2, 0, 0, 0, 3, 5, 6, 7, 0, 3, 4, 0, 1});
     const Converted first(eight.Image());
@@ -113,7 +113,7 @@ TEST(DibImage, RunLengthImagesAreDecoded) {
     for (int i = 0; i < 12; ++i)
         EXPECT_EQ(pixels[static_cast<std::size_t>(i)], SampleTableColour(8, rows[i / 6][i % 6])) << i;
 
-    DibSpec four = SampleDib(4, 6, 1);
+    DibParts four = SampleDib(4, 6, 1);
     four.head.biCompression = BI_RLE4;
     four.bits = BytesOf({3, 0x12, 0, 3, 0x34, 0x50, 0, 1});
     const Converted second(four.Image());
@@ -125,10 +125,10 @@ TEST(DibImage, RunLengthImagesAreDecoded) {
 
 TEST(DibImage, RunLengthImagesThatLeaveTheImageAreRefused) {
     const auto refused = [](std::vector<int> stream) {
-        DibSpec spec = SampleDib(8, 6, 2);
-        spec.head.biCompression = BI_RLE8;
-        spec.bits = BytesOf(stream);
-        return IsRefused(spec);
+        DibParts parts = SampleDib(8, 6, 2);
+        parts.head.biCompression = BI_RLE8;
+        parts.bits = BytesOf(stream);
+        return IsRefused(parts);
     };
     EXPECT_FALSE(refused({6, 1, 0, 0, 6, 2, 0, 1}));
     EXPECT_FALSE(refused({6, 1, 0, 0, 6, 2}));             // ends with its bytes
@@ -146,43 +146,43 @@ TEST(DibImage, RunLengthImagesThatLeaveTheImageAreRefused) {
 }
 
 TEST(DibImage, RunLengthImagesOfAHugeAreaAreRefused) {
-    DibSpec spec = SampleDib(8, 6, 2);
-    spec.head.biCompression = BI_RLE8;
-    spec.head.biWidth = 32767;
-    spec.head.biHeight = 32767;
-    spec.bits = BytesOf({0, 1});
-    EXPECT_TRUE(IsRefused(spec));
+    DibParts parts = SampleDib(8, 6, 2);
+    parts.head.biCompression = BI_RLE8;
+    parts.head.biWidth = 32767;
+    parts.head.biHeight = 32767;
+    parts.bits = BytesOf({0, 1});
+    EXPECT_TRUE(IsRefused(parts));
 }
 
 TEST(DibImage, UnsoundHeadersAreRefused) {
-    const auto refused = [](int bits, const std::function<void(DibSpec&)>& change) {
-        DibSpec spec = SampleDib(bits, 7, 5);
-        change(spec);
-        return IsRefused(spec);
+    const auto refused = [](int bits, const std::function<void(DibParts&)>& change) {
+        DibParts parts = SampleDib(bits, 7, 5);
+        change(parts);
+        return IsRefused(parts);
     };
-    for (const int bits : {1, 4, 8, 16, 24, 32}) EXPECT_FALSE(refused(bits, [](DibSpec&) {}));
+    for (const int bits : {1, 4, 8, 16, 24, 32}) EXPECT_FALSE(refused(bits, [](DibParts&) {}));
     for (const DWORD size : {0u, 12u, 39u, 0x7FFFFFFFu, 0xFFFFFFFFu})
-        EXPECT_TRUE(refused(24, [size](DibSpec& s) { s.stated_header = size; })) << size;
+        EXPECT_TRUE(refused(24, [size](DibParts& s) { s.stated_header = size; })) << size;
     for (const int planes : {0, 2, 3, 0xFFFF})
-        EXPECT_TRUE(refused(24, [planes](DibSpec& s) { s.head.biPlanes = static_cast<WORD>(planes); }));
+        EXPECT_TRUE(refused(24, [planes](DibParts& s) { s.head.biPlanes = static_cast<WORD>(planes); }));
     for (const int bits : {0, 2, 3, 5, 15, 31, 33, 48, 64, 0xFFFF})
-        EXPECT_TRUE(refused(32, [bits](DibSpec& s) { s.head.biBitCount = static_cast<WORD>(bits); })) << bits;
+        EXPECT_TRUE(refused(32, [bits](DibParts& s) { s.head.biBitCount = static_cast<WORD>(bits); })) << bits;
     for (const LONG width : {0L, -1L, -7L, 32768L, 0x7FFFFFFFL, LONG_MIN})
-        EXPECT_TRUE(refused(24, [width](DibSpec& s) { s.head.biWidth = width; })) << width;
+        EXPECT_TRUE(refused(24, [width](DibParts& s) { s.head.biWidth = width; })) << width;
     for (const LONG height : {0L, 32768L, -32768L, 0x7FFFFFFFL, LONG_MIN})
-        EXPECT_TRUE(refused(24, [height](DibSpec& s) { s.head.biHeight = height; })) << height;
+        EXPECT_TRUE(refused(24, [height](DibParts& s) { s.head.biHeight = height; })) << height;
     for (const DWORD compression : {4u, 5u, 6u, 11u, 0xFFFFFFFFu})
-        EXPECT_TRUE(refused(32, [compression](DibSpec& s) { s.head.biCompression = compression; }));
+        EXPECT_TRUE(refused(32, [compression](DibParts& s) { s.head.biCompression = compression; }));
 }
 
 TEST(DibImage, CompressionHasToFitTheDepth) {
     const auto refused = [](int bits, DWORD compression, int height) {
-        DibSpec spec = SampleDib(bits, 6, height);
-        spec.head.biCompression = compression;
-        spec.bits = BytesOf({0, 1, 0, 1});
-        spec.masks = {0xF800, 0x07E0, 0x001F};
-        spec.bits.resize(4000);
-        return IsRefused(spec);
+        DibParts parts = SampleDib(bits, 6, height);
+        parts.head.biCompression = compression;
+        parts.bits = BytesOf({0, 1, 0, 1});
+        parts.masks = {0xF800, 0x07E0, 0x001F};
+        parts.bits.resize(4000);
+        return IsRefused(parts);
     };
     for (const int bits : {1, 4, 16, 24, 32}) EXPECT_TRUE(refused(bits, BI_RLE8, 2)) << bits;
     for (const int bits : {1, 8, 16, 24, 32}) EXPECT_TRUE(refused(bits, BI_RLE4, 2)) << bits;
@@ -194,10 +194,10 @@ TEST(DibImage, CompressionHasToFitTheDepth) {
 
 TEST(DibImage, MasksHaveToBeSound) {
     const auto refused = [](int bits, std::vector<DWORD> masks) {
-        DibSpec spec = SampleDib(bits, 6, 3);
-        spec.head.biCompression = BI_BITFIELDS;
-        spec.masks = masks;
-        return IsRefused(spec);
+        DibParts parts = SampleDib(bits, 6, 3);
+        parts.head.biCompression = BI_BITFIELDS;
+        parts.masks = masks;
+        return IsRefused(parts);
     };
     EXPECT_FALSE(refused(16, {0x7C00, 0x03E0, 0x001F}));
     EXPECT_FALSE(refused(32, {0xFF000000, 0x00FF0000, 0x0000FF00}));
@@ -210,8 +210,8 @@ TEST(DibImage, MasksHaveToBeSound) {
 
 TEST(DibImage, EverythingHasToLieWithinTheImage) {
     for (const int bits : {1, 4, 8, 16, 24, 32}) {
-        const DibSpec spec = SampleDib(bits, 7, 5);
-        const Bytes image = spec.Image();
+        const DibParts parts = SampleDib(bits, 7, 5);
+        const Bytes image = parts.Image();
         // Cut off anywhere, it is refused, whatever part is missing.
         for (std::size_t length = 0; length < image.size(); ++length) {
             const Bytes cut(image.begin(), image.begin() + static_cast<std::ptrdiff_t>(length));
@@ -219,7 +219,7 @@ TEST(DibImage, EverythingHasToLieWithinTheImage) {
         }
         const DWORD end = static_cast<DWORD>(image.size());
         for (const DWORD offset : {end, end - 1, 0x7FFFFFFFul, 0xFFFFFFFFul}) {
-            DibSpec moved = spec;
+            DibParts moved = parts;
             moved.stated_offset = offset;
             EXPECT_TRUE(IsRefused(moved)) << bits << " bits, offset " << offset;
         }
@@ -227,18 +227,18 @@ TEST(DibImage, EverythingHasToLieWithinTheImage) {
 }
 
 TEST(DibImage, ColourTableMayBeShorterButNotMissing) {
-    DibSpec spec = SampleDib(8, 7, 5);
-    spec.head.biClrUsed = 10;
-    spec.table.resize(10);
-    EXPECT_FALSE(IsRefused(spec));
-    spec.head.biClrUsed = 0xFFFFFFFF;  // no more count than the depth has
-    EXPECT_TRUE(IsRefused(spec));
-    spec = SampleDib(8, 7, 5);
-    spec.head.biClrUsed = 0xFFFFFFFF;
-    EXPECT_FALSE(IsRefused(spec));
-    spec = SampleDib(24, 7, 5);
-    spec.head.biClrUsed = 0xFFFFFFFF;  // a mere hint there
-    EXPECT_FALSE(IsRefused(spec));
+    DibParts parts = SampleDib(8, 7, 5);
+    parts.head.biClrUsed = 10;
+    parts.table.resize(10);
+    EXPECT_FALSE(IsRefused(parts));
+    parts.head.biClrUsed = 0xFFFFFFFF;  // no more count than the depth has
+    EXPECT_TRUE(IsRefused(parts));
+    parts = SampleDib(8, 7, 5);
+    parts.head.biClrUsed = 0xFFFFFFFF;
+    EXPECT_FALSE(IsRefused(parts));
+    parts = SampleDib(24, 7, 5);
+    parts.head.biClrUsed = 0xFFFFFFFF;  // a mere hint there
+    EXPECT_FALSE(IsRefused(parts));
 }
 
 TEST(BitmapToDib, WritesTheBitmapsOwnDepth) {
@@ -310,7 +310,7 @@ TEST(DibImage, NeitherWayLeavesObjects) {
     CBitmap bitmap;
     bitmap.Attach(RandomBitmap(random, 0, {20, 20}, 3));
     const Bytes image = ImageOfHandle(bitmap);
-    DibSpec broken = SampleDib(24, 7, 5);
+    DibParts broken = SampleDib(24, 7, 5);
     broken.head.biPlanes = 9;
     const auto round = [&] {
         EXPECT_TRUE(Converted(image));

@@ -1,5 +1,4 @@
 /* A dialog's four caption buttons in all their combinations: place, picture, hit test, command. */
-
 #include <map>
 #include <string>
 #include <vector>
@@ -43,7 +42,8 @@ class DialogButtonSet : public testing::TestWithParam<int> {
 protected:
     static void SetUpTestSuite() {
         ParkMouse();
-        ASSERT_EQ(::InstallTavixSkin(skin.Write()), 1);
+        DialogSkin installed;
+        ASSERT_EQ(::InstallTavixSkin(installed.Write()), 1);
     }
     static void TearDownTestSuite() { ::UnInstallTavixSkin(); }
     ~DialogButtonSet() override { ::ReleaseCapture(); }
@@ -55,7 +55,7 @@ protected:
         return style;
     }
 
-    inline static TestSkin skin;
+    DialogSkin skin;  // as it is installed
 };
 std::string NameOfSet(const testing::TestParamInfo<int>& info) {
     const char* const names[] = {"Close", "Max", "Min", "Help"};

@@ -1,5 +1,4 @@
 /* The messages of a dialog, one by one: what the dialog procedure hears, and the result. */
-
 #include <string>
 
 #include "frames/host_dialog.h"

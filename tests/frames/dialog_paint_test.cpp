@@ -1,5 +1,4 @@
 /* What surrounds a dialog's client area, held against the rules pixel by pixel. */
-
 #include <string>
 
 #include "frames/dialog_paint.h"
@@ -273,7 +272,7 @@ TEST_F(DialogIcon, PaintingItLeavesNoHandleBehind) {
     paint(50);
     const int gdi = CountGdiObjects();
     ASSERT_GT(gdi, 0);
-    paint(1000);
+    paint(500);
     EXPECT_LE(CountGdiObjects() - gdi, 1);
     dialog.Send(WM_SETICON, ICON_SMALL, 0);
 }
@@ -353,7 +352,7 @@ protected:
 TEST_F(DialogOddSkin, PaintsWithAnyBitmapMissing) {
     for (DWORD id = BMP_DLG_CLOSE_NORMAL; id <= BMP_DLG_CAPTION_TILE; ++id) {
         if (id == 20) continue;
-        TestSkin poor;
+        DialogSkin poor;
         poor.RemoveBitmap(id);
         ASSERT_EQ(::SetSkinFromFile(poor.Write()), 1);
         HostDialog dialog({.title = L"Title"});
@@ -377,7 +376,7 @@ TEST_F(DialogOddSkin, SizesOfAbsurdExtentCostNoTime) {
     for (const DWORD id : {SZ_DLG_LEFT, SZ_DLG_RIGHT, SZ_DLG_BOTTOM, SZ_DLG_CAPTION})
         for (const DWORD size : {0u, 1u, 5000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
             SCOPED_TRACE(testing::Message() << "size " << id << " is " << size);
-            TestSkin odd;
+            DialogSkin odd;
             odd.SetSize(id, size);
             ASSERT_EQ(::SetSkinFromFile(odd.Write()), 1);
             PaintAndResize();

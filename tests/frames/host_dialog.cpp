@@ -35,8 +35,13 @@ private:
 
 }  // namespace
 
+DialogSkin::DialogSkin() {
+    for (int kind = 0; kind < TAVIX_RECORD_COUNT; ++kind)
+        if (kind != skinDialog) RemoveBitmaps(static_cast<TSkinType>(kind));
+}
+
 DialogTest::DialogTest() {
-    static TestSkin unchanged;
+    static DialogSkin unchanged;
     static const char* const path = unchanged.Write();
     EXPECT_EQ(::InstallTavixSkin(path), 1);
 }

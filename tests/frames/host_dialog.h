@@ -45,6 +45,12 @@ constexpr RECT kDialogPlace{140, 110, 540, 350};
 /* The four codes of a dialog's caption buttons, from the right. */
 constexpr LRESULT kButtonCodes[] = {HTCLOSE, HTMAXBUTTON, HTMINBUTTON, HTHELP};
 
+/* The test skin with no other bitmaps than a dialog's: quickly written and loaded. */
+class DialogSkin : public TestSkin {
+public:
+    DialogSkin();
+};
+
 /*
  * A thread with the test skin for each test. The file is written once for all of them; a test that
  * wants another skin changes its own `skin` and puts it in force.
@@ -57,7 +63,7 @@ protected:
 
     void UseChangedSkin();
 
-    TestSkin skin;
+    DialogSkin skin;
 };
 
 /* What a dialog is made of. Its place is in pixels, in screen or in the parent's client co-ordinates. */

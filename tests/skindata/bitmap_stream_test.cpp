@@ -31,11 +31,12 @@ std::unique_ptr<CBitmap> PictureOf(int depth, int width, int height) {
     }
     void* bits = nullptr;
     auto bitmap = std::make_unique<CBitmap>();
-    bitmap->Attach(::CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits,
-                                      nullptr, 0));
+    const auto* format = reinterpret_cast<const BITMAPINFO*>(&info);
+    bitmap->Attach(::CreateDIBSection(nullptr, format, DIB_RGB_COLORS, &bits, nullptr, 0));
     EXPECT_NE(bits, nullptr);
     const int bytes = (width * depth + 31) / 32 * 4 * height;
-    for (int i = 0; bits && i < bytes; ++i) static_cast<BYTE*>(bits)[i] = static_cast<BYTE>(i * 37 + (i >> 3) * 11);
+    for (int i = 0; bits && i < bytes; ++i)
+        static_cast<BYTE*>(bits)[i] = static_cast<BYTE>(i * 37 + (i >> 3) * 11);
     ::GdiFlush();
     return bitmap;
 }

@@ -170,8 +170,10 @@ TEST_P(CompoundLegal, TakesAnyStartOfAnEmptyStream) {
         RunWatched("an empty stream with a start", kTimeLimit, [&] {
             const char* failed = platform.Extends();
             EXPECT_EQ(failed, nullptr) << "can't " << failed;
-            // Growing the stream is at the file's own risk, but comes to an end.
-            platform.Rewrites(0);
+            // Growing the stream may spoil a neighbour, which the next check sees, but comes to an end.
+            for (unsigned round = 0; round < 5 && IsSoundCompoundImage(platform.Bytes()); ++round) {
+                platform.Rewrites(round);
+            }
         });
     }
 }

@@ -63,8 +63,9 @@ std::vector<std::string> DirectoryOrder(const TempFile& file) {
     return names;
 }
 
-const std::vector<std::string> kOrderOfWork = {"Global",   "Button",   "Frame", "Dialog",  "ToolBar",   "Combobox", "TabCtrl",
-                                               "HeadCtrl", "Edit",     "ListBox", "Scrollbar", "Menu",  "DockBar"};
+const std::vector<std::string> kOrderOfWork = {"Global",   "Button",  "Frame",    "Dialog", "ToolBar",
+                                               "Combobox", "TabCtrl", "HeadCtrl", "Edit",   "ListBox",
+                                               "Scrollbar", "Menu",   "DockBar"};
 
 std::vector<std::string> OnlyStorages(const std::vector<std::string>& names) {
     std::vector<std::string> storages;
@@ -205,7 +206,8 @@ TEST(SkinFile, IsOpenedExclusively) {
     EXPECT_EQ(storage.LoadSkin(skin.Path()), 0);
     EXPECT_EQ(face.GetSize(SZ_FRAME_CAPTION), 0u);
     EXPECT_FALSE(RecordSet().Save(skin.Path()));
-    const HANDLE other = ::CreateFileA(skin.Path(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE other =
+        ::CreateFileA(skin.Path(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(other, INVALID_HANDLE_VALUE);
     if (other != INVALID_HANDLE_VALUE) ::CloseHandle(other);
     root.Reset();
@@ -287,8 +289,8 @@ TEST(Elements, AreOpenedOrCreated) {
 
 TEST(Elements, RefuseNamesThatTheContainerCanNotHold) {
     OpenFile open;
-    for (const std::string& name : {std::string(), std::string(32, 'n'), std::string("a/b"), std::string("a\\b"),
-                                    std::string("a:b"), std::string("a!b")}) {
+    for (const std::string& name : {std::string(), std::string(32, 'n'), std::string("a/b"),
+                                    std::string("a\\b"), std::string("a:b"), std::string("a!b")}) {
         ComPtr<IStorage> child;
         ComPtr<IStream> stream;
         EXPECT_EQ(open.access.OpenSubStg(open.root.Get(), name.c_str(), child.Put()), 0) << name;

@@ -35,7 +35,9 @@ public:
         return readResult;
     }
     HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return calls += 'w', writeResult; }
-    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return calls += 'k', seekResult; }
+    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override {
+        return calls += 'k', seekResult;
+    }
     HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return calls += 'z', sizeResult; }
     HRESULT STDMETHODCALLTYPE Stat(STATSTG* facts, DWORD) override {
         calls += 's';

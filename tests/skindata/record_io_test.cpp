@@ -13,7 +13,8 @@ namespace {
 
 void ExpectLoaded(TSkinType kind, const CTavixSkinFace& face, TSkinFieldSet absentSet) {
     for (const TSkinField& field : *GetSkinRecordLayout(kind)) {
-        SCOPED_TRACE(std::string(GetSkinRecordLayout(kind)->storage) + " offset " + std::to_string(field.offset));
+        SCOPED_TRACE(std::string(GetSkinRecordLayout(kind)->storage) + ", offset " +
+                     std::to_string(field.offset));
         switch (field.kind) {
         case skinFieldColour: EXPECT_EQ(face.GetColor(field.id), Distinct(kind, field)); break;
         case skinFieldSize: EXPECT_EQ(face.GetSize(field.id), Distinct(kind, field)); break;
@@ -74,12 +75,13 @@ void ExpectCarryingOver(FilledRecords& filled, TSkinType kind, TSkinFieldSet abs
     std::vector<const TSkinField*> order;
     for (const TSkinField& field : *GetSkinRecordLayout(kind))
         if (field.kind == skinFieldBitmap && field.set != absent) order.push_back(&field);
+    const char* const record = GetSkinRecordLayout(kind)->storage;
     OpenFile open;
     ASSERT_EQ(open.access.Save(kind, open.root.Get(), filled.records.Record(kind)), 1);
     for (std::size_t missing = 0; missing < order.size(); ++missing) {
         const std::string name = FilledRecords::Name(kind, *order[missing]);
         tavix::ComPtr<IStorage> storage;
-        ASSERT_EQ(open.access.OpenSubStg(open.root.Get(), GetSkinRecordLayout(kind)->storage, storage.Put()), 1);
+        ASSERT_EQ(open.access.OpenSubStg(open.root.Get(), record, storage.Put()), 1);
         ASSERT_EQ(storage->DestroyElement(std::wstring(name.begin(), name.end()).c_str()), S_OK);
         storage.Reset();
 
@@ -95,7 +97,7 @@ void ExpectCarryingOver(FilledRecords& filled, TSkinType kind, TSkinFieldSet abs
         }
 
         const auto restored = MakeBitmap(3, 2, FilledRecords::ColourOf(*order[missing]));
-        ASSERT_EQ(open.access.OpenSubStg(open.root.Get(), GetSkinRecordLayout(kind)->storage, storage.Put()), 1);
+        ASSERT_EQ(open.access.OpenSubStg(open.root.Get(), record, storage.Put()), 1);
         ASSERT_EQ(open.access.WriteBmpToStm(storage.Get(), name.c_str(), restored.get()), 1);
     }
 }
@@ -184,7 +186,8 @@ TEST(RecordIo, ASmallOnlyScrollBarUnderALargeMetricHasItsCornerFillerAlone) {
     ASSERT_EQ(open.access.Save(skinScrollbar, open.root.Get(), &filled.records.scrollbar), 1);
     CTavixSkinFace face;
     ASSERT_EQ(tavix::LoadRecord(open.root.Get(), skinScrollbar, &face, 17), 1);
-    for (DWORD id = BMP_SB_ARROW_NORMAL; id <= BMP_SB_THUMB_HOT_TILE; ++id) EXPECT_EQ(face.GetBmp(id), nullptr) << id;
+    for (DWORD id = BMP_SB_ARROW_NORMAL; id <= BMP_SB_THUMB_HOT_TILE; ++id)
+        EXPECT_EQ(face.GetBmp(id), nullptr) << id;
     EXPECT_EQ(PixelOf(face.GetBmp(BMP_SB_STUB)), TestSkin::ColourOfBitmap(BMP_SB_STUB));
 }
 
@@ -197,7 +200,8 @@ TEST(RecordIo, TheSaverWritesTheStreamsOfBothSetsAndNoOther) {
     tavix::ComPtr<IEnumSTATSTG> elements;
     ASSERT_EQ(storage->EnumElements(0, nullptr, 0, elements.Put()), S_OK);
     int count = 0;
-    for (STATSTG element{}; elements->Next(1, &element, nullptr) == S_OK; ++count) ::CoTaskMemFree(element.pwcsName);
+    for (STATSTG element{}; elements->Next(1, &element, nullptr) == S_OK; ++count)
+        ::CoTaskMemFree(element.pwcsName);
     EXPECT_EQ(count, 30);
 }
 

@@ -3,6 +3,8 @@
 #include "storage_access.h"
 
 #include <map>
+#include <string>
+#include <tuple>
 #include <vector>
 
 namespace tavix_test {
@@ -308,12 +310,12 @@ TEST(RecordLayout, HasEachRowOnceAndNoOther) {
         for (const TSkinField& f : *GetSkinRecordLayout(kind))
             ++found[{kind, f.kind, f.set, f.offset, f.id, f.slotOffset}];
     EXPECT_EQ(found.size(), std::size(kRows));
-    for (const auto& [key, count] : expected)
-        EXPECT_EQ(found[key], count) << "record " << std::get<0>(key) << " offset " << std::get<3>(key) << " id "
-                                     << std::get<4>(key);
-    for (const auto& [key, count] : found)
-        EXPECT_EQ(expected[key], count) << "record " << std::get<0>(key) << " offset " << std::get<3>(key) << " id "
-                                        << std::get<4>(key);
+    const auto place = [](const Key& key) {
+        return "record " + std::to_string(std::get<0>(key)) + " offset " + std::to_string(std::get<3>(key)) + " id " +
+               std::to_string(std::get<4>(key));
+    };
+    for (const auto& [key, count] : expected) EXPECT_EQ(found[key], count) << place(key);
+    for (const auto& [key, count] : found) EXPECT_EQ(expected[key], count) << place(key);
 }
 
 TEST(RecordLayout, LoadsBitmapsInTheirOrder) {

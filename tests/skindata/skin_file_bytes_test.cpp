@@ -107,7 +107,8 @@ TEST(SkinFileBytes, AFileAndItsListingAreLeftForAnotherReader) {
     for (const auto& [path, bytes] : contents) {
         const std::string name = Narrow(path);
         if (name.back() == '/') continue;
-        EXPECT_GT(std::fprintf(listing, "%s %u %08lX\n", name.c_str(), static_cast<unsigned>(bytes.size()), Crc32(bytes)), 0);
+        const auto size = static_cast<unsigned>(bytes.size());
+        EXPECT_GT(std::fprintf(listing, "%s %u %08lX\n", name.c_str(), size, Crc32(bytes)), 0);
         ++lines;
     }
     EXPECT_EQ(std::fclose(listing), 0);

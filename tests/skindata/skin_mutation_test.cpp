@@ -54,7 +54,8 @@ int LoadFromMemory(std::span<const std::byte> bytes, CSkinStorage& storage) {
     if (FAILED(::CreateILockBytesOnHGlobal(nullptr, TRUE, memory.Put()))) return 0;
     ULONG written = 0;
     memory->WriteAt({}, bytes.data(), static_cast<ULONG>(bytes.size()), &written);
-    if (FAILED(::StgOpenStorageOnILockBytes(memory.Get(), nullptr, kElementMode, nullptr, 0, root.Put()))) return 0;
+    ::StgOpenStorageOnILockBytes(memory.Get(), nullptr, kElementMode, nullptr, 0, root.Put());
+    if (!root) return 0;
     for (const TSkinType kind : tavix::kRecordOrder) storage.LoadSkinItem(root.Get(), kind);
     return 1;
 }

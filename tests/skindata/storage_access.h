@@ -17,8 +17,12 @@ struct CSkinStorageTestAccess {
     int OpenSubStg(IStorage* parent, const char* name, IStorage** out) {
         return storage.OpenSubStg(parent, name, out);
     }
-    int OpenStm(IStorage* parent, const char* name, IStream** out) { return storage.OpenStm(parent, name, out); }
-    int ReadFromStm(IStream* stream, void** buffer, DWORD* read) { return storage.ReadFromStm(stream, buffer, read); }
+    int OpenStm(IStorage* parent, const char* name, IStream** out) {
+        return storage.OpenStm(parent, name, out);
+    }
+    int ReadFromStm(IStream* stream, void** buffer, DWORD* read) {
+        return storage.ReadFromStm(stream, buffer, read);
+    }
     int WriteToStm(IStream* stream, void* data, DWORD size) { return storage.WriteToStm(stream, data, size); }
     int LoadBmpFromStm(IStorage* parent, const char* name, CBitmap*& out) {
         return storage.LoadBmpFromStm(parent, name, out);

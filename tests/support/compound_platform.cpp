@@ -260,6 +260,17 @@ void PlatformCompound::Rewrites(unsigned round) const {
     if (Open(&root.pointer)) RewriteAll(root.pointer, round);
 }
 
+std::vector<std::byte> PlatformCompound::Bytes() const {
+    if (!memory_) return ReadWholeFile(path_);
+    STATSTG about = {};
+    if (FAILED(memory_->Stat(&about, STATFLAG_NONAME))) return {};
+    std::vector<std::byte> bytes(about.cbSize.LowPart);
+    ULONG got = 0;
+    if (FAILED(memory_->ReadAt({}, bytes.data(), static_cast<ULONG>(bytes.size()), &got))) got = 0;
+    bytes.resize(got);
+    return bytes;
+}
+
 void RunWatched(const std::string& what, DWORD milliseconds, const std::function<void()>& work) {
     Watch& watch = TheWatch();
     HANDLE self = nullptr;

@@ -48,6 +48,8 @@ public:
      * How far that gets depends on the file.
      */
     void Rewrites(unsigned round) const;
+    /* What the file holds now. */
+    std::vector<std::byte> Bytes() const;
 
 private:
     bool Open(IStorage** root) const;

@@ -43,7 +43,8 @@ void Put(Bytes& bytes, std::size_t at, std::uint32_t value, std::size_t width) {
 }
 
 void Randomise(Bytes& bytes, std::size_t at, std::size_t count, Xorshift& random) {
-    for (std::size_t i = at; i < std::min(at + count, bytes.size()); ++i) bytes[i] = static_cast<std::byte>(random.Next());
+    const std::size_t end = std::min(at + count, bytes.size());
+    for (std::size_t i = at; i < end; ++i) bytes[i] = static_cast<std::byte>(random.Next());
 }
 
 // A number that code is likely to stumble over.
@@ -55,16 +56,22 @@ std::uint32_t Awkward(Xorshift& random) {
     return random.Below(4) ? kNumbers[random.Below(std::size(kNumbers))] : random.Next();
 }
 
+// The index of an element of a container that isn't empty.
+template <class Container>
+std::uint32_t SomeIndex(const Container& container, Xorshift& random) {
+    return random.Below(static_cast<std::uint32_t>(container.size()));
+}
+
 CompoundElement& SomeRecord(Content& content, Xorshift& random) {
     for (;;) {
-        CompoundElement& element = content[random.Below(static_cast<std::uint32_t>(content.size()))];
+        CompoundElement& element = content[SomeIndex(content, random)];
         if (element.is_storage && !element.children.empty()) return element;
     }
 }
 
 CompoundElement& SomeStream(Content& content, Xorshift& random) {
     CompoundElement& record = SomeRecord(content, random);
-    return record.children[random.Below(static_cast<std::uint32_t>(record.children.size()))];
+    return record.children[SomeIndex(record.children, random)];
 }
 
 // A stream that holds a picture; some records have none.
@@ -96,7 +103,7 @@ RecordPlace SomeRecordImage(Content& content, Xorshift& random) {
 
 void FlipBytes(Bytes& file, Xorshift& random) {
     for (std::uint32_t count = 1 + random.Below(16); count; --count)
-        file[random.Below(static_cast<std::uint32_t>(file.size()))] ^= static_cast<std::byte>(1 + random.Below(255));
+        file[SomeIndex(file, random)] ^= static_cast<std::byte>(1 + random.Below(255));
 }
 
 void FlipBytesOfStructure(Bytes& file, Xorshift& random) {
@@ -105,16 +112,16 @@ void FlipBytesOfStructure(Bytes& file, Xorshift& random) {
         file[random.Below(reach)] ^= static_cast<std::byte>(1 + random.Below(255));
 }
 
-void CutFile(Bytes& file, Xorshift& random) { file.resize(random.Below(static_cast<std::uint32_t>(file.size()))); }
+void CutFile(Bytes& file, Xorshift& random) { file.resize(SomeIndex(file, random)); }
 
 void RemoveElements(Content& content, Xorshift& random) {
     for (std::uint32_t count = 1 + random.Below(3); count; --count) {
         if (random.Below(4) == 0) {
-            if (content.size() > 4) content.erase(content.begin() + random.Below(static_cast<std::uint32_t>(content.size())));
+            if (content.size() > 4) content.erase(content.begin() + SomeIndex(content, random));
             continue;
         }
         Content& children = SomeRecord(content, random).children;
-        if (children.size() > 1) children.erase(children.begin() + random.Below(static_cast<std::uint32_t>(children.size())));
+        if (children.size() > 1) children.erase(children.begin() + SomeIndex(children, random));
     }
 }
 
@@ -144,7 +151,8 @@ void DamageBitmapHeaders(Content& content, Xorshift& random) {
             const Field& field = kFields[random.Below(std::size(kFields))];
             static constexpr std::uint32_t kDepths[] = {0, 1, 2, 4, 8, 16, 24, 32, 64};
             const bool depth = field.offset == 28 && random.Below(2);
-            Put(picture, field.offset, depth ? kDepths[random.Below(std::size(kDepths))] : Awkward(random), field.width);
+            const std::uint32_t value = depth ? kDepths[random.Below(std::size(kDepths))] : Awkward(random);
+            Put(picture, field.offset, value, field.width);
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <utility>
@@ -61,7 +62,8 @@ TSkinThemes RecordSet::Themes() {
     return themes;
 }
 
-void RecordSet::SetBitmap(TSkinType kind, const TSkinField& field, const std::string& name, const CBitmap* bitmap) {
+void RecordSet::SetBitmap(TSkinType kind, const TSkinField& field, const std::string& name,
+                          const CBitmap* bitmap) {
     char* text = SkinNameAt(Record(kind), field);
     std::memset(text, 0, sizeof(TSkinName));
     std::memcpy(text, name.data(), std::min(name.size(), sizeof(TSkinName)));

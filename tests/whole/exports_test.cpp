@@ -14,66 +14,10 @@
 #include <thread>
 #include <vector>
 
-#include "tavixskin.h"
+#include "loaded_library.h"
 
+namespace tavix_test {
 namespace {
-
-constexpr char kFileName[] = "TavixSkinCtrls.dll";
-
-// Beside the test program, by its full path, so that no other copy can come first.
-std::string LibraryPath() {
-    char path[MAX_PATH + 1] = {};
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    std::string folder(path);
-    folder.erase(folder.find_last_of("\\/") + 1);
-    return folder + kFileName;
-}
-
-bool IsLoaded() { return ::GetModuleHandleA(kFileName) != nullptr; }
-
-/* The library for the length of a scope. */
-class Library {
-public:
-    Library() : m_module(::LoadLibraryA(LibraryPath().c_str())) {
-        if (!m_module) {
-            ADD_FAILURE() << "the library does not load, error " << ::GetLastError();
-            return;
-        }
-        Find(install, "InstallTavixSkin");
-        Find(uninstall, "UnInstallTavixSkin");
-        Find(isSkinned, "IsSkinnedThread");
-        Find(setSkin, "SetSkinFromFile");
-        Find(registerWindow, "RegisterSkinWnd");
-        Find(unregisterWindow, "UnRegisterSkinWnd");
-        Find(bitmap, "GetTavixSkinHBITMAP");
-    }
-    ~Library() {
-        if (m_module) ::FreeLibrary(m_module);
-    }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-
-    HMODULE Module() const { return m_module; }
-    bool SkinnedNow() const { return isSkinned(::GetCurrentThreadId()) == 1; }
-
-    decltype(&InstallTavixSkin) install = nullptr;
-    decltype(&UnInstallTavixSkin) uninstall = nullptr;
-    decltype(&IsSkinnedThread) isSkinned = nullptr;
-    decltype(&SetSkinFromFile) setSkin = nullptr;
-    decltype(&RegisterSkinWnd) registerWindow = nullptr;
-    decltype(&UnRegisterSkinWnd) unregisterWindow = nullptr;
-    decltype(&GetTavixSkinHBITMAP) bitmap = nullptr;
-
-private:
-    template <class Function>
-    void Find(Function& function, const char* name) {
-        FARPROC found = ::GetProcAddress(m_module, name);
-        EXPECT_NE(found, nullptr) << name;
-        static_assert(sizeof found == sizeof function);
-        std::memcpy(&function, &found, sizeof function);
-    }
-    HMODULE m_module;
-};
 
 // ---------------------------------------------------------------- what stands in the file
 
@@ -500,3 +444,4 @@ TEST(ZLastOfAll, LibraryStaysForWindowsThatOutliveTheirSkin) {
 }
 
 }  // namespace
+}  // namespace tavix_test
