@@ -29,8 +29,8 @@ const char* SkinnedFrameClass() { return Registered("Tavix_PaneA"); }
 const char* PlainClass() { return Registered("BenchHost"); }
 
 Window::Window(const char* className, DWORD style, const CRect& at, HWND parent)
-    : m_window(::CreateWindowExA(0, className, "Measured", style, at.left, at.top, at.Width(), at.Height(), parent,
-                                 nullptr, ::GetModuleHandleA(nullptr), nullptr)) {}
+    : m_window(::CreateWindowExA(0, className, "Measured", style, at.left, at.top, at.Width(), at.Height(),
+                                 parent, nullptr, ::GetModuleHandleA(nullptr), nullptr)) {}
 
 Window::~Window() {
     if (m_window) ::DestroyWindow(m_window);
@@ -44,7 +44,8 @@ Window MakeDialog(const CRect& at) {
     dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE;
     dialog.head.cx = 100;
     dialog.head.cy = 80;
-    HWND window = ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &dialog.head, nullptr, &PlainDialog, 0);
+    HWND window =
+        ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &dialog.head, nullptr, &PlainDialog, 0);
     ::SetWindowPos(window, nullptr, at.left, at.top, at.Width(), at.Height(), SWP_NOZORDER);
     return Window(window);
 }
@@ -61,9 +62,12 @@ void RepaintClient(HWND window) {
 }
 
 NativeWindows::NativeWindows()
-    : frame(::CreateWindowExA(0, PlainClass(), "Native", kFrameStyle, 0, 0, 1024, 768, nullptr, nullptr, nullptr, nullptr)),
-      buttonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 80, nullptr, nullptr, nullptr, nullptr)),
-      button(::CreateWindowExA(0, "Button", "Measured", kButtonStyle, 10, 10, 90, 26, buttonParent, nullptr, nullptr, nullptr)) {
+    : frame(::CreateWindowExA(0, PlainClass(), "Native", kFrameStyle, 0, 0, 1024, 768, nullptr, nullptr,
+                              nullptr, nullptr)),
+      buttonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 80, nullptr,
+                                     nullptr, nullptr, nullptr)),
+      button(::CreateWindowExA(0, "Button", "Measured", kButtonStyle, 10, 10, 90, 26, buttonParent, nullptr,
+                               nullptr, nullptr)) {
     Pump();
 }
 

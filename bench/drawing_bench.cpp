@@ -103,13 +103,13 @@ void MeasureKeyed(Report& report) {
     MakeMark(mark, kSide);
     PaintTarget target(64, 64);
     CMemoryDC source;
-    const Pair pair = MeasureInTurns(
-        [&] { tavix::DrawTransparent(&target.Dc(), &mark, 0, 0, kSide, kSide, kKey); }, 500,
-        [&] {
-            SelectionGuard selected(source, mark.GetSafeHandle());
-            DrawByPixels(target.Dc(), source, kSide);
-        },
-        2);
+    const Pair pair =
+        MeasureInTurns([&] { tavix::DrawTransparent(&target.Dc(), &mark, 0, 0, kSide, kSide, kKey); }, 500,
+                       [&] {
+                           SelectionGuard selected(source, mark.GetSafeHandle());
+                           DrawByPixels(target.Dc(), source, kSide);
+                       },
+                       2);
     report.AtLeastAsFast("keyed 16x16 mark, GetPixel and SetPixel", pair, 30);
 
     constexpr int kLarge = 256;
@@ -118,9 +118,9 @@ void MeasureKeyed(Report& report) {
     PaintTarget wide(kLarge, kLarge);
     CMemoryDC largeSource;
     SelectionGuard selected(largeSource, large.GetSafeHandle());
-    const Pair blit = MeasureInTurns(
-        [&] { tavix::DrawTransparent(&wide.Dc(), &large, 0, 0, kLarge, kLarge, kKey); }, 100,
-        [&] { ::BitBlt(wide.Dc(), 0, 0, kLarge, kLarge, largeSource, 0, 0, SRCCOPY); }, 100);
+    const Pair blit =
+        MeasureInTurns([&] { tavix::DrawTransparent(&wide.Dc(), &large, 0, 0, kLarge, kLarge, kKey); }, 100,
+                       [&] { ::BitBlt(wide.Dc(), 0, 0, kLarge, kLarge, largeSource, 0, 0, SRCCOPY); }, 100);
     report.AtMost("keyed 256x256, BitBlt of that size", blit, 4);
 }
 

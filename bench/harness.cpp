@@ -31,7 +31,8 @@ double Now() {
 }
 
 double Median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
+                     values.end());
     return values[values.size() / 2];
 }
 
@@ -57,8 +58,10 @@ Pair MeasureRounds(const Round& ours, const Round& reference, int rounds) {
     return {Median(ourTimes), Median(referenceTimes)};
 }
 
-Pair MeasureInTurns(const Action& ours, int ourCalls, const Action& reference, int referenceCalls, int rounds) {
-    return MeasureRounds([&] { return TimeOf(ours, ourCalls); }, [&] { return TimeOf(reference, referenceCalls); }, rounds);
+Pair MeasureInTurns(const Action& ours, int ourCalls, const Action& reference, int referenceCalls,
+                    int rounds) {
+    return MeasureRounds([&] { return TimeOf(ours, ourCalls); },
+                         [&] { return TimeOf(reference, referenceCalls); }, rounds);
 }
 
 void Report::AtMost(const std::string& name, const Pair& pair, double most) {
@@ -81,10 +84,11 @@ void Report::Amount(const std::string& name, double ours, double reference, cons
 }
 
 void Report::Print() const {
-    std::printf("%-62s %12s %12s %-8s %9s  %-22s %s\n", "what", "ours", "reference", "unit", "ratio", "target", "holds");
+    std::printf("%-62s %12s %12s %-8s %9s  %-22s %s\n", "what", "ours", "reference", "unit", "ratio",
+                "target", "holds");
     for (const Result& r : m_results)
-        std::printf("%-62s %12.2f %12.2f %-8s %9.2f  %-22s %s\n", r.name.c_str(), r.ours, r.reference, r.unit.c_str(),
-                    r.ratio, r.target.c_str(), r.holds ? "yes" : "NO");
+        std::printf("%-62s %12.2f %12.2f %-8s %9.2f  %-22s %s\n", r.name.c_str(), r.ours, r.reference,
+                    r.unit.c_str(), r.ratio, r.target.c_str(), r.holds ? "yes" : "NO");
 }
 
 bool Report::WriteJson(const std::string& path) const {

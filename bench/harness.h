@@ -36,7 +36,8 @@ double TimeOf(const Action& action, int calls);
  * of the rounds.
  */
 Pair MeasureRounds(const Round& ours, const Round& reference, int rounds = 15);
-Pair MeasureInTurns(const Action& ours, int ourCalls, const Action& reference, int referenceCalls, int rounds = 15);
+Pair MeasureInTurns(const Action& ours, int ourCalls, const Action& reference, int referenceCalls,
+                    int rounds = 15);
 
 class Report {
 public:
@@ -45,7 +46,8 @@ public:
     /* Holds if ours is at least `least` times as fast; the ratio told is reference over ours. */
     void AtLeastAsFast(const std::string& name, const Pair& pair, double least);
     /* A count or an amount; holds if ours is at most `most`. */
-    void Amount(const std::string& name, double ours, double reference, const std::string& unit, const std::string& target, bool holds);
+    void Amount(const std::string& name, double ours, double reference, const std::string& unit,
+                const std::string& target, bool holds);
 
     void Print() const;
     /* Writes the array; false if the file can't be written. */

@@ -29,7 +29,8 @@ void ReadStream(IStorage* parent, const wchar_t* name, HDC screen, std::vector<H
     if (read > sizeof(BITMAPFILEHEADER) && image[0] == 'B' && image[1] == 'M') {
         const auto* file = reinterpret_cast<const BITMAPFILEHEADER*>(image);
         const auto* info = reinterpret_cast<const BITMAPINFO*>(image + sizeof(BITMAPFILEHEADER));
-        bitmaps.push_back(::CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, image + file->bfOffBits, info, DIB_RGB_COLORS));
+        bitmaps.push_back(::CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, image + file->bfOffBits, info,
+                                           DIB_RGB_COLORS));
     }
     ::HeapFree(::GetProcessHeap(), 0, bytes);
 }
@@ -45,7 +46,8 @@ void ReadBare(const wchar_t* path) {
     STATSTG element{};
     while (storages->Next(1, &element, nullptr) == S_OK) {
         IStorage* storage = nullptr;
-        if (element.type == STGTY_STORAGE && SUCCEEDED(root->OpenStorage(element.pwcsName, nullptr, kMode, nullptr, 0, &storage))) {
+        if (element.type == STGTY_STORAGE &&
+            SUCCEEDED(root->OpenStorage(element.pwcsName, nullptr, kMode, nullptr, 0, &storage))) {
             IEnumSTATSTG* streams = nullptr;
             storage->EnumElements(0, nullptr, 0, &streams);
             STATSTG stream{};
@@ -72,7 +74,8 @@ void MeasureLoading(Report& report, const std::string& skin) {
         auto face = std::make_unique<CTavixSkinFace>();
         face->LoadSkin(skin.c_str());
     };
-    const Pair pair = MeasureInTurns(load, 1, [&] { ReadBare(wide.c_str()); }, 1, 25);
+    const Pair pair = MeasureInTurns(
+        load, 1, [&] { ReadBare(wide.c_str()); }, 1, 25);
     report.AtMost("loading the skin, its streams and bitmaps by bare calls", pair, 1.3);
     const Pair check = MeasureInTurns([&] { tavix::IsSoundCompoundFile(wide.c_str()); }, 1, load, 1, 25);
     report.AtMost("checking the container, loading the skin", check, 0.1);

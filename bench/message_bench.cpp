@@ -25,7 +25,10 @@ LRESULT CALLBACK BareSubclass(HWND window, UINT message, WPARAM wParam, LPARAM l
 /* A thread with a bare hook and a window with a bare subclass, which measures when it is told to. */
 class BareThread {
 public:
-    BareThread() : m_go(::CreateEventA(nullptr, FALSE, FALSE, nullptr)), m_done(::CreateEventA(nullptr, FALSE, FALSE, nullptr)), m_thread([this] { Run(); }) {}
+    BareThread()
+        : m_go(::CreateEventA(nullptr, FALSE, FALSE, nullptr)),
+          m_done(::CreateEventA(nullptr, FALSE, FALSE, nullptr)),
+          m_thread([this] { Run(); }) {}
     ~BareThread() {
         m_end = true;
         ::SetEvent(m_go);
@@ -70,7 +73,8 @@ void MeasureMessages(Report& report) {
     BareThread bare;
     Window frame(SkinnedFrameClass(), WS_OVERLAPPEDWINDOW, CRect(0, 0, 300, 200));
     const auto ours = [&] { return TimeOf([&] { ::SendMessageA(frame, kUnhandled, 0, 0); }, kMessages); };
-    report.AtMost("one sent message; a bare hook and a bare subclass", MeasureRounds(ours, [&] { return bare.Round(); }), 1.3);
+    report.AtMost("one sent message; a bare hook and a bare subclass",
+                  MeasureRounds(ours, [&] { return bare.Round(); }), 1.3);
 }
 
 }  // namespace bench

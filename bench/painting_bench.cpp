@@ -21,7 +21,8 @@ void MeasureFrame(Report& report, const NativeWindows& native) {
             return TimeOf([window] { RepaintFrame(window); }, 20);
         };
     };
-    report.AtMost("frame 1024x768, all around the client; the native frame", MeasureRounds(round(skinned), round(native.frame)), 1.0);
+    report.AtMost("frame 1024x768, all around the client; the native frame",
+                  MeasureRounds(round(skinned), round(native.frame)), 1.0);
 
     CWindowDC dc(skinned);
     CMemoryDC memory(dc);
@@ -42,7 +43,8 @@ void MeasureButton(Report& report, const NativeWindows& native) {
     Window skinned("Button", kButtonStyle, CRect(10, 10, 100, 36), parent);
     ::SetWindowPos(native.buttonParent, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     Pump();
-    const Pair pair = MeasureInTurns([&] { RepaintClient(skinned); }, 20, [&] { RepaintClient(native.button); }, 20);
+    const Pair pair =
+        MeasureInTurns([&] { RepaintClient(skinned); }, 20, [&] { RepaintClient(native.button); }, 20);
     report.AtMost("one push button's painting; the native button's", pair, 1.0);
 }
 

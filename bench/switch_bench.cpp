@@ -50,8 +50,10 @@ void MeasureHeld(Report& report, const std::string& what, Make make) {
     Pump();
     const double heldObjects = static_cast<double>(tavix_test::CountGdiObjects() - objects) / kCount;
     const double heldBytes = (CommittedBytes() - bytes) / kCount;
-    report.Amount("GDI objects that one skinned " + what + " holds", heldObjects, 0, "objects", "told only", true);
-    report.Amount("memory that one skinned " + what + " holds, its window included", heldBytes / 1024, 0, "KiB", "told only", true);
+    report.Amount("GDI objects that one skinned " + what + " holds", heldObjects, 0, "objects", "told only",
+                  true);
+    report.Amount("memory that one skinned " + what + " holds, its window included", heldBytes / 1024, 0,
+                  "KiB", "told only", true);
 }
 
 template <class Paint>
@@ -63,8 +65,10 @@ void MeasureFlat(Report& report, const std::string& what, Paint paint) {
     for (int i = 0; i < kPaints; ++i) paint();
     const int moreObjects = tavix_test::CountGdiObjects() - objects;
     const double moreBytes = CommittedBytes() - bytes;
-    report.Amount("GDI objects more after 10,000 paintings of a " + what, moreObjects, 0, "objects", "<= 1", moreObjects <= 1);
-    report.Amount("memory more after 10,000 paintings of a " + what, moreBytes / 1024, 0, "KiB", "<= 64", moreBytes <= 64 * 1024);
+    report.Amount("GDI objects more after 10,000 paintings of a " + what, moreObjects, 0, "objects", "<= 1",
+                  moreObjects <= 1);
+    report.Amount("memory more after 10,000 paintings of a " + what, moreBytes / 1024, 0, "KiB", "<= 64",
+                  moreBytes <= 64 * 1024);
 }
 
 }  // namespace
@@ -90,9 +94,15 @@ void MeasureSwitch(Report& report, const std::string& skin) {
 
 void MeasureMemory(Report& report) {
     Window parent(PlainClass(), WS_POPUP | WS_VISIBLE, CRect(0, 0, 400, 300));
-    const auto button = [&](int) { return std::make_unique<Window>("Button", kButtonStyle, CRect(10, 10, 100, 36), parent); };
-    const auto frame = [&](int i) { return std::make_unique<Window>(SkinnedFrameClass(), kFrameStyle, CRect(i, i, 300 + i, 200 + i)); };
-    const auto dialog = [&](int i) { return std::make_unique<Window>(MakeDialog(CRect(i, i, 300 + i, 200 + i))); };
+    const auto button = [&](int) {
+        return std::make_unique<Window>("Button", kButtonStyle, CRect(10, 10, 100, 36), parent);
+    };
+    const auto frame = [&](int i) {
+        return std::make_unique<Window>(SkinnedFrameClass(), kFrameStyle, CRect(i, i, 300 + i, 200 + i));
+    };
+    const auto dialog = [&](int i) {
+        return std::make_unique<Window>(MakeDialog(CRect(i, i, 300 + i, 200 + i)));
+    };
     MeasureHeld(report, "button", button);
     MeasureHeld(report, "frame", frame);
     MeasureHeld(report, "dialog", dialog);

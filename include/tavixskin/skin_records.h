@@ -260,15 +260,15 @@ static_assert(offsetof(TSkinListBoxInfo, bottom) == 0x104);
 
 /* Two sets of bitmaps: small for vertical scroll bars of at most 16 pixels, else large. */
 struct TSkinScrollBarInfo {
-    TSkinName arrowSmall[3];   // first arrow: normal, pressed, disabled
+    TSkinName arrowSmall[3];  // first arrow: normal, pressed, disabled
     TSkinName arrowLarge[3];
     TSkinName arrow2Small[3];  // second arrow
     TSkinName arrow2Large[3];
-    TSkinName trackSmall[2];   // enabled, disabled
+    TSkinName trackSmall[2];  // enabled, disabled
     TSkinName trackLarge[2];
-    TSkinName thumbSmall[6];   // start, end, tile, hot start, hot end, hot tile
+    TSkinName thumbSmall[6];  // start, end, tile, hot start, hot end, hot tile
     TSkinName thumbLarge[6];
-    TSkinName stub;            // corner filler, of both sets
+    TSkinName stub;               // corner filler, of both sets
     TSkinBitmapSlot bitmaps[29];  // in the order of the names
     COLORREF gripLight, gripDark;
     COLORREF gripPressedLight, gripPressedDark;

@@ -36,7 +36,7 @@ struct TSkinFileHeader {
     DWORD word;         // 0x10000000
     BYTE reserved[32];  // zeros
     DWORD spare;
-    char name[32];      // "sdfas"
+    char name[32];  // "sdfas"
 };
 static_assert(sizeof(TSkinFileHeader) == 72);
 

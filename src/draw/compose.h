@@ -72,8 +72,7 @@ bool ComposeRows(HDC dc, const RECT& area, Beneath beneath, Write write) {
     for (int done = 0; done < height; done += step) {
         const int rows = std::min(step, height - done);
         const int top = shown.top + done;
-        if (beneath == Beneath::Target)
-            ::BitBlt(strip->dc, 0, 0, width, rows, dc, shown.left, top, SRCCOPY);
+        if (beneath == Beneath::Target) ::BitBlt(strip->dc, 0, 0, width, rows, dc, shown.left, top, SRCCOPY);
         ::GdiFlush();  // whatever the platform does to the strip comes first
         for (int y = 0; y < rows; ++y) write(strip->Row(y), shown.left, top + y, width);
         ::BitBlt(dc, shown.left, top, width, rows, strip->dc, 0, 0, SRCCOPY);

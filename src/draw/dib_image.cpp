@@ -84,11 +84,19 @@ std::optional<DibHeader> ReadHeader(const Bytes& bytes) {
 
     const unsigned bits = head.biBitCount;
     switch (bits) {
-        case 1: case 4: case 8: case 16: case 24: case 32: break;
-        default: return {};
+        case 1:
+        case 4:
+        case 8:
+        case 16:
+        case 24:
+        case 32:
+            break;
+        default:
+            return {};
     }
     switch (head.biCompression) {
-        case BI_RGB: break;
+        case BI_RGB:
+            break;
         case BI_RLE8:
             if (bits != 8 || head.biHeight < 0) return {};
             break;
@@ -103,7 +111,8 @@ std::optional<DibHeader> ReadHeader(const Bytes& bytes) {
             std::memcpy(header.colours, masks, sizeof masks);
             break;
         }
-        default: return {};
+        default:
+            return {};
     }
     if (const DWORD most = static_cast<DWORD>(TableEntries(bits))) {
         const DWORD entries = head.biClrUsed ? std::min(head.biClrUsed, most) : most;

@@ -81,8 +81,8 @@ int CTavixSkin::AddControl(HWND window, char* hint) try {
     const tavix::WindowClassName className(window);
     if (hint) {
         // A dialog that was created before the thread was skinned may still be met here.
-        const bool isDialogHint =
-            _mbsicmp(reinterpret_cast<unsigned char*>(hint), reinterpret_cast<const unsigned char*>("Dialog")) == 0;
+        const bool isDialogHint = _mbsicmp(reinterpret_cast<unsigned char*>(hint),
+                                           reinterpret_cast<const unsigned char*>("Dialog")) == 0;
         if (isDialogHint && className.Is("#32770")) AttachSkin<CSkinDialog>(window);
         return 1;
     }

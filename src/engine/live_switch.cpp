@@ -1,4 +1,5 @@
 /* The change of skin while windows are open. */
+#include <utility>
 #include <vector>
 
 #include "engine/skin_wnd_base.h"
@@ -27,7 +28,7 @@ int CTavixSkin::SetNewSkin(CString path) {
     UnLoadSkin();
     // A missing file leaves the thread with an empty skin and the owner of the mutex: no other
     // thread changes a skin until this one has either succeeded or ended.
-    if (!LoadSkin(path)) return 0;
+    if (!LoadSkin(std::move(path))) return 0;
     ::ReleaseMutex(m_hMutex);
 
     // A window's repaint may create and destroy windows, so the walk goes over a copy and asks

@@ -24,7 +24,9 @@ struct CaptionButtonGeometry {
     int left, top, width, height;
 };
 inline CaptionButtonGeometry UnpackCaptionButtons(DWORD packed) {
-    const auto byte = [packed](int index) { return static_cast<int>(static_cast<signed char>(packed >> (8 * index))); };
+    const auto byte = [packed](int index) {
+        return static_cast<int>(static_cast<signed char>(packed >> (8 * index)));
+    };
     return {byte(1), byte(0), byte(2), byte(3)};
 }
 

@@ -56,8 +56,8 @@ public:
 
 protected:
     HWND m_hWnd = nullptr;
-    WNDPROC m_pfnPrevWndProc = nullptr;          // the same in all objects of a chain
-    CSkinWndBaseClass* m_pNextSkin = nullptr;    // towards the object that was attached first
+    WNDPROC m_pfnPrevWndProc = nullptr;        // the same in all objects of a chain
+    CSkinWndBaseClass* m_pNextSkin = nullptr;  // towards the object that was attached first
 
 private:
     friend class tavix::SkinInUse;

@@ -53,7 +53,8 @@ bool ReflectColourMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& r
     if (message < WM_CTLCOLORMSGBOX || message > WM_CTLCOLORSTATIC) return false;
     // Asked for anew: the parent's handler may have ended the skinning.
     CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
-    CSkinWndBaseClass* control = engine ? engine->GetSkinWndList()->Lookup(reinterpret_cast<HWND>(lParam)) : nullptr;
+    CSkinWndBaseClass* control =
+        engine ? engine->GetSkinWndList()->Lookup(reinterpret_cast<HWND>(lParam)) : nullptr;
     if (!control) return false;
     tavix::SkinInUse use(control);
     result = control->WindowProc(message, wParam, lParam);
@@ -64,18 +65,24 @@ LRESULT ColourOfStatic(CSkinWndBaseClass* head, WPARAM wParam, LPARAM lParam) {
     LRESULT result = head->WindowProc(WM_CTLCOLORSTATIC, wParam, lParam);
     HWND parent = ::GetParent(reinterpret_cast<HWND>(lParam));
     // The system's visual-style subclass marks the windows that it routes colour messages for.
-    if (parent && ::GetPropA(parent, "UxSubclassInfo")) return head->WindowProc(WM_CTLCOLORSTATIC, wParam, lParam);
+    if (parent && ::GetPropA(parent, "UxSubclassInfo"))
+        return head->WindowProc(WM_CTLCOLORSTATIC, wParam, lParam);
     ReflectColourMessage(WM_CTLCOLORSTATIC, wParam, lParam, result);
     return result;
 }
 
-LRESULT Dispatch(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Dispatch(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, UINT message, WPARAM wParam,
+                 LPARAM lParam) {
     switch (message) {
-        case WM_NCDESTROY: return EndWindow(map, head, window, wParam, lParam);
-        case WM_CTLCOLORSTATIC: return ColourOfStatic(head, wParam, lParam);
+        case WM_NCDESTROY:
+            return EndWindow(map, head, window, wParam, lParam);
+        case WM_CTLCOLORSTATIC:
+            return ColourOfStatic(head, wParam, lParam);
         // Neither the skin nor the window hears of it: what opened the popup has ended it already.
-        case WM_UNINITMENUPOPUP: return 0;
-        default: return head->WindowProc(message, wParam, lParam);
+        case WM_UNINITMENUPOPUP:
+            return 0;
+        default:
+            return head->WindowProc(message, wParam, lParam);
     }
 }
 

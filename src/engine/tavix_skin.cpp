@@ -2,6 +2,8 @@
 
 #include <shlwapi.h>
 
+#include <utility>
+
 #include "engine/skin_wnd_base.h"
 #include "engine/skin_wnd_proc.h"
 #include "engine/window_hook.h"
@@ -62,7 +64,7 @@ void CTavixSkin::UnInstallSkin() {
 
 int CTavixSkin::LoadSkin(CString path) {
     if (!::PathFileExistsA(path)) return 0;
-    m_SkinFace.LoadSkin(path);
+    m_SkinFace.LoadSkin(std::move(path));
     return 1;
 }
 

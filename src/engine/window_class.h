@@ -13,7 +13,8 @@ public:
     explicit WindowClassName(HWND window) { ::GetClassNameA(window, m_text, sizeof m_text); }
     /* The whole name, whatever its case, multi-byte aware. */
     bool Is(const char* name) const {
-        return _mbsicmp(reinterpret_cast<const unsigned char*>(m_text), reinterpret_cast<const unsigned char*>(name)) == 0;
+        return _mbsicmp(reinterpret_cast<const unsigned char*>(m_text),
+                        reinterpret_cast<const unsigned char*>(name)) == 0;
     }
     const char* c_str() const { return m_text; }
 

@@ -18,7 +18,8 @@ struct DialogButtonRects {
  * those that exist take room. `buttons` holds the packed geometry: left (negative, where the
  * right-most button ends, from the window's right edge), top, width in right, height in bottom.
  */
-inline DialogButtonRects LayoutDialogButtons(int windowWidth, const RECT& buttons, const DialogButtons& present) {
+inline DialogButtonRects LayoutDialogButtons(int windowWidth, const RECT& buttons,
+                                             const DialogButtons& present) {
     constexpr int kGap = 2;
     const int w = buttons.right;
     int x = windowWidth + buttons.left;

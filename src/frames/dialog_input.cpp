@@ -19,11 +19,16 @@ bool IsButton(LRESULT hitCode) {
 // How m_nPressed names a button; 0 for what is none.
 int PressedCode(LRESULT hitCode) {
     switch (hitCode) {
-        case HTMAXBUTTON: return 1;
-        case HTMINBUTTON: return 2;
-        case HTHELP: return 3;
-        case HTCLOSE: return 4;
-        default: return 0;
+        case HTMAXBUTTON:
+            return 1;
+        case HTMINBUTTON:
+            return 2;
+        case HTHELP:
+            return 3;
+        case HTCLOSE:
+            return 4;
+        default:
+            return 0;
     }
 }
 
@@ -31,11 +36,16 @@ int PressedCode(LRESULT hitCode) {
 
 int* CSkinDialog::StateOf(LRESULT hitCode) {
     switch (hitCode) {
-        case HTMAXBUTTON: return &m_nMaxState;
-        case HTMINBUTTON: return &m_nMinState;
-        case HTHELP: return &m_nHelpState;
-        case HTCLOSE: return &m_nCloseState;
-        default: return nullptr;
+        case HTMAXBUTTON:
+            return &m_nMaxState;
+        case HTMINBUTTON:
+            return &m_nMinState;
+        case HTHELP:
+            return &m_nHelpState;
+        case HTCLOSE:
+            return &m_nCloseState;
+        default:
+            return nullptr;
     }
 }
 
@@ -118,14 +128,19 @@ void CSkinDialog::Release(WPARAM wParam, LPARAM lParam) {
 
 void CSkinDialog::SendCommandOf(LRESULT hitCode) {
     switch (hitCode) {
-        case HTHELP: ::SendMessageA(m_hWnd, WM_SYSCOMMAND, SC_CONTEXTHELP, 0); break;
+        case HTHELP:
+            ::SendMessageA(m_hWnd, WM_SYSCOMMAND, SC_CONTEXTHELP, 0);
+            break;
         case HTMAXBUTTON:
             ::SendMessageA(m_hWnd, WM_SYSCOMMAND, ::IsZoomed(m_hWnd) ? SC_RESTORE : SC_MAXIMIZE, 0);
             break;
         case HTMINBUTTON:
             ::SendMessageA(m_hWnd, WM_SYSCOMMAND, ::IsIconic(m_hWnd) ? SC_RESTORE : SC_MINIMIZE, 0);
             break;
-        case HTCLOSE: ::SendMessageA(m_hWnd, WM_CLOSE, 0, 0); break;
-        default: break;
+        case HTCLOSE:
+            ::SendMessageA(m_hWnd, WM_CLOSE, 0, 0);
+            break;
+        default:
+            break;
     }
 }

@@ -16,25 +16,54 @@ CSkinDialog::CSkinDialog() : m_Brush(tavix::SkinColour(CLR_TAB_PAGE)) {
 
 LRESULT CSkinDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_CREATE: OnCreate(message, wParam, lParam); return 0;
-        case WM_INITDIALOG: return OnInitDialog(message, wParam, lParam);
-        case WM_SIZE: Default(message, wParam, lParam); Layout(); return 0;
-        case WM_ERASEBKGND: OnEraseBkgnd(reinterpret_cast<HDC>(wParam)); return 1;
+        case WM_CREATE:
+            OnCreate(message, wParam, lParam);
+            return 0;
+        case WM_INITDIALOG:
+            return OnInitDialog(message, wParam, lParam);
+        case WM_SIZE:
+            Default(message, wParam, lParam);
+            Layout();
+            return 0;
+        case WM_ERASEBKGND:
+            OnEraseBkgnd(reinterpret_cast<HDC>(wParam));
+            return 1;
         case WM_SETTEXT:
-        case WM_SETICON: return OnChangedCaption(message, wParam, lParam);
-        case WM_NCCALCSIZE: return OnNcCalcSize(message, wParam, lParam);
-        case WM_NCHITTEST: return HitTest(Default(message, wParam, lParam), CPoint(lParam));
-        case WM_NCPAINT: OnNcPaint(); return 0;
-        case WM_NCACTIVATE: RepaintNonClient(); return 1;
-        case WM_NCMOUSEMOVE: Default(message, wParam, lParam); OnNcMouseMove(wParam, lParam); return 0;
-        case WM_NCLBUTTONDOWN: OnNcLButtonDown(message, wParam, lParam); return 0;
-        case WM_NCLBUTTONUP: OnNcLButtonUp(message, wParam, lParam); return 0;
-        case WM_LBUTTONUP: Release(wParam, lParam); return 0;
-        case WM_TIMER: OnTimer(message, wParam, lParam); return 0;
-        case WM_INITMENUPOPUP: Default(message, wParam, lParam); return 0;
+        case WM_SETICON:
+            return OnChangedCaption(message, wParam, lParam);
+        case WM_NCCALCSIZE:
+            return OnNcCalcSize(message, wParam, lParam);
+        case WM_NCHITTEST:
+            return HitTest(Default(message, wParam, lParam), CPoint(lParam));
+        case WM_NCPAINT:
+            OnNcPaint();
+            return 0;
+        case WM_NCACTIVATE:
+            RepaintNonClient();
+            return 1;
+        case WM_NCMOUSEMOVE:
+            Default(message, wParam, lParam);
+            OnNcMouseMove(wParam, lParam);
+            return 0;
+        case WM_NCLBUTTONDOWN:
+            OnNcLButtonDown(message, wParam, lParam);
+            return 0;
+        case WM_NCLBUTTONUP:
+            OnNcLButtonUp(message, wParam, lParam);
+            return 0;
+        case WM_LBUTTONUP:
+            Release(wParam, lParam);
+            return 0;
+        case WM_TIMER:
+            OnTimer(message, wParam, lParam);
+            return 0;
+        case WM_INITMENUPOPUP:
+            Default(message, wParam, lParam);
+            return 0;
         case WM_CTLCOLORBTN:
             return reinterpret_cast<LRESULT>(m_dwStyle & DS_CONTROL ? static_cast<HBRUSH>(m_Brush) : nullptr);
-        default: return Default(message, wParam, lParam);
+        default:
+            return Default(message, wParam, lParam);
     }
 }
 

@@ -45,13 +45,13 @@ private:
     HICON SmallIcon() const;
 
     DWORD m_dwExStyle = 0;
-    DWORD m_dwStyle = 0;   // at WM_CREATE, and at WM_INITDIALOG before stripping
-    CRect m_rcMin;         // window co-ordinates
+    DWORD m_dwStyle = 0;  // at WM_CREATE, and at WM_INITDIALOG before stripping
+    CRect m_rcMin;        // window co-ordinates
     CRect m_rcMax;
     CRect m_rcClose;
     CRect m_rcHelp;
-    CFont m_Font;          // of the title
-    int m_nPressed = 0;    // 0 none, 1 maximise, 2 minimise, 3 help, 4 close
+    CFont m_Font;        // of the title
+    int m_nPressed = 0;  // 0 none, 1 maximise, 2 minimise, 3 help, 4 close
     int m_bHasMax = 0;
     int m_bHasMin = 0;
     int m_bHasClose = 0;

@@ -25,10 +25,14 @@ void CSkinFrame::SetStates(int close, int max, int min) {
 
 int* CSkinFrame::StateOf(LRESULT hitCode) {
     switch (hitCode) {
-        case HTCLOSE: return &m_nCloseState;
-        case HTMAXBUTTON: return &m_nMaxState;
-        case HTMINBUTTON: return &m_nMinState;
-        default: return nullptr;
+        case HTCLOSE:
+            return &m_nCloseState;
+        case HTMAXBUTTON:
+            return &m_nMaxState;
+        case HTMINBUTTON:
+            return &m_nMinState;
+        default:
+            return nullptr;
     }
 }
 
@@ -60,7 +64,8 @@ LRESULT CSkinFrame::HitTest(LRESULT answer, CPoint screen) {
     if (IsButton(answer)) return answer;
 
     // The top strip drags, with or without a caption to be seen.
-    CRect caption(window.left, window.top, window.right, window.top + tavix::SkinExtent(SZ_FRAME_CAPTION) + 1);
+    CRect caption(window.left, window.top, window.right,
+                  window.top + tavix::SkinExtent(SZ_FRAME_CAPTION) + 1);
     caption.DeflateRect(1, 1);
     return caption.PtInRect(screen) ? HTCAPTION : answer;
 }
@@ -72,7 +77,9 @@ void CSkinFrame::OnNcMouseMove(WPARAM hitCode) {
     if (int* state = StateOf(static_cast<LRESULT>(hitCode))) {
         *state = kHot;
         // No message tells of the mouse leaving the non-client area; the timer looks for it.
-        if (!m_nTimer) m_nTimer = static_cast<UINT>(::SetTimer(m_hWnd, tavix::kHoverTimerId, tavix::kHoverTimerPeriod, nullptr));
+        if (!m_nTimer)
+            m_nTimer = static_cast<UINT>(
+                ::SetTimer(m_hWnd, tavix::kHoverTimerId, tavix::kHoverTimerPeriod, nullptr));
     }
     RepaintNonClient();
 }
@@ -109,7 +116,8 @@ void CSkinFrame::OnNcLButtonDown(UINT message, WPARAM wParam, LPARAM lParam) {
 void CSkinFrame::OnNcLButtonDblClk(WPARAM hitCode, LPARAM lParam) {
     if (hitCode != HTCAPTION) return;
     ::ReleaseCapture();
-    ::SendMessageA(m_hWnd, WM_SYSCOMMAND, ::IsZoomed(m_hWnd) ? SC_RESTORE : SC_MAXIMIZE, Packed(CPoint(lParam)));
+    ::SendMessageA(m_hWnd, WM_SYSCOMMAND, ::IsZoomed(m_hWnd) ? SC_RESTORE : SC_MAXIMIZE,
+                   Packed(CPoint(lParam)));
 }
 
 void CSkinFrame::OnMouseMove(WPARAM keys, LPARAM lParam) {
@@ -153,7 +161,9 @@ void CSkinFrame::Release(CPoint client) {
                 parameter = ::IsIconic(m_hWnd) ? SC_RESTORE : SC_MINIMIZE;
             }
             break;
-        default: SetStates(kNormal, kNormal, kNormal); break;
+        default:
+            SetStates(kNormal, kNormal, kNormal);
+            break;
     }
 
     // The command may end the window; only what is left of it is repainted.

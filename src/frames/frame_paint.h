@@ -7,8 +7,8 @@
 namespace tavix {
 
 struct FrameParts {
-    DWORD style;         // before stripping: caption, system menu, the two boxes
-    bool hasMenuBar;     // light strips and patches beside the menu bar
+    DWORD style;      // before stripping: caption, system menu, the two boxes
+    bool hasMenuBar;  // light strips and patches beside the menu bar
     int closeState, maxState, minState;
     FrameButtonRects buttons;
     const char* title;

@@ -30,38 +30,78 @@ CSkinFrame::CSkinFrame() {
 LRESULT CSkinFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (!::IsWindow(m_hWnd)) return 0;
     switch (message) {
-        case WM_CREATE: Default(message, wParam, lParam); OnCreate(); return 0;
-        case WM_SIZE: Default(message, wParam, lParam); OnSize(); return 0;
-        case WM_ACTIVATE: Default(message, wParam, lParam); OnActivate(wParam); return 0;
-        case WM_SETTEXT: Default(message, wParam, lParam); OnSetText(lParam); return 0;
-        case WM_GETTEXT: return OnGetText(message, wParam, lParam);
-        case WM_ERASEBKGND: return 0;
+        case WM_CREATE:
+            Default(message, wParam, lParam);
+            OnCreate();
+            return 0;
+        case WM_SIZE:
+            Default(message, wParam, lParam);
+            OnSize();
+            return 0;
+        case WM_ACTIVATE:
+            Default(message, wParam, lParam);
+            OnActivate(wParam);
+            return 0;
+        case WM_SETTEXT:
+            Default(message, wParam, lParam);
+            OnSetText(lParam);
+            return 0;
+        case WM_GETTEXT:
+            return OnGetText(message, wParam, lParam);
+        case WM_ERASEBKGND:
+            return 0;
         case WM_SHOWWINDOW:
             Default(message, wParam, lParam);
             ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_FRAMECHANGED);
             return 0;
-        case WM_GETMINMAXINFO: OnGetMinMaxInfo(message, wParam, lParam); return 0;
-        case WM_NCCALCSIZE: OnNcCalcSize(lParam); return 0;
-        case WM_NCHITTEST: return HitTest(Default(message, wParam, lParam), CPoint(lParam));
-        case WM_NCPAINT: OnNcPaint(); return 0;
+        case WM_GETMINMAXINFO:
+            OnGetMinMaxInfo(message, wParam, lParam);
+            return 0;
+        case WM_NCCALCSIZE:
+            OnNcCalcSize(lParam);
+            return 0;
+        case WM_NCHITTEST:
+            return HitTest(Default(message, wParam, lParam), CPoint(lParam));
+        case WM_NCPAINT:
+            OnNcPaint();
+            return 0;
         case WM_NCACTIVATE:
             m_bActive = static_cast<int>(wParam);
             RepaintNonClient();
             return 1;
-        case WM_NCMOUSEMOVE: OnNcMouseMove(wParam); return 0;
-        case WM_NCLBUTTONDOWN: OnNcLButtonDown(message, wParam, lParam); return 0;
-        case WM_NCLBUTTONDBLCLK: OnNcLButtonDblClk(wParam, lParam); return 0;
-        case WM_MOUSEMOVE: OnMouseMove(wParam, lParam); return 0;
-        case WM_LBUTTONUP: return OnLButtonUp(message, wParam, lParam);
-        case WM_TIMER: return OnTimer(message, wParam, lParam);
-        case WM_SYSCOMMAND: return OnSysCommand(message, wParam, lParam);
-        case WM_INITMENUPOPUP: OnInitMenuPopup(message, wParam, lParam); return 0;
-        case WM_MDISETMENU: Default(message, wParam, lParam); return 0;
-        case tavix::kFrameSetMenu: m_hMenu = reinterpret_cast<HMENU>(wParam); return 0;
+        case WM_NCMOUSEMOVE:
+            OnNcMouseMove(wParam);
+            return 0;
+        case WM_NCLBUTTONDOWN:
+            OnNcLButtonDown(message, wParam, lParam);
+            return 0;
+        case WM_NCLBUTTONDBLCLK:
+            OnNcLButtonDblClk(wParam, lParam);
+            return 0;
+        case WM_MOUSEMOVE:
+            OnMouseMove(wParam, lParam);
+            return 0;
+        case WM_LBUTTONUP:
+            return OnLButtonUp(message, wParam, lParam);
+        case WM_TIMER:
+            return OnTimer(message, wParam, lParam);
+        case WM_SYSCOMMAND:
+            return OnSysCommand(message, wParam, lParam);
+        case WM_INITMENUPOPUP:
+            OnInitMenuPopup(message, wParam, lParam);
+            return 0;
+        case WM_MDISETMENU:
+            Default(message, wParam, lParam);
+            return 0;
+        case tavix::kFrameSetMenu:
+            m_hMenu = reinterpret_cast<HMENU>(wParam);
+            return 0;
         // Requests to bring the menu bar up to date; a frame without one has nothing to do.
         case tavix::kFrameSyncMenuObject:
-        case tavix::kFrameSyncMenu: return 0;
-        default: return Default(message, wParam, lParam);
+        case tavix::kFrameSyncMenu:
+            return 0;
+        default:
+            return Default(message, wParam, lParam);
     }
 }
 
@@ -122,7 +162,8 @@ LRESULT CSkinFrame::OnGetText(UINT message, WPARAM wParam, LPARAM lParam) {
     if (char* buffer = reinterpret_cast<char*>(lParam); buffer && wParam > 0) {
         // What the caller named is never exceeded, and the length returned is the full one.
         const std::size_t room = wParam - 1;
-        const std::size_t copied = static_cast<std::size_t>(length) < room ? static_cast<std::size_t>(length) : room;
+        const std::size_t copied =
+            static_cast<std::size_t>(length) < room ? static_cast<std::size_t>(length) : room;
         std::memcpy(buffer, m_strTitle.c_str(), copied);
         buffer[copied] = 0;
     }
@@ -146,8 +187,9 @@ void CSkinFrame::OnGetMinMaxInfo(UINT message, WPARAM wParam, LPARAM lParam) {
 void CSkinFrame::OnNcCalcSize(LPARAM lParam) const {
     RECT& rect = *reinterpret_cast<RECT*>(lParam);
     const int caption = tavix::HasCaption(m_dwStyle) ? tavix::SkinExtent(SZ_FRAME_CAPTION) : 0;
-    rect = tavix::DeflateByBorders(rect, {tavix::SkinExtent(SZ_FRAME_LEFT), caption,
-                                          tavix::SkinExtent(SZ_FRAME_RIGHT), tavix::SkinExtent(SZ_FRAME_BOTTOM)});
+    rect = tavix::DeflateByBorders(
+        rect, {tavix::SkinExtent(SZ_FRAME_LEFT), caption, tavix::SkinExtent(SZ_FRAME_RIGHT),
+               tavix::SkinExtent(SZ_FRAME_BOTTOM)});
 }
 
 void CSkinFrame::OnNcPaint() {

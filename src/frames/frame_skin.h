@@ -50,13 +50,13 @@ private:
     int m_nCloseState = 0;
     int m_nMaxState = 0;
     int m_nMinState = 0;
-    int m_bActive = 0;      // kept for those who ask; the painting does not
-    DWORD m_dwStyle = 0;    // at WM_CREATE, before stripping
-    CRect m_rcClose;        // window co-ordinates
+    int m_bActive = 0;    // kept for those who ask; the painting does not
+    DWORD m_dwStyle = 0;  // at WM_CREATE, before stripping
+    CRect m_rcClose;      // window co-ordinates
     CRect m_rcMax;
     CRect m_rcMin;
     HMENU m_hMenu = nullptr;  // at WM_CREATE, or what message 1029 gave
-    CRect m_rcButtons;      // the packed geometry: left, top, width in right, height in bottom
+    CRect m_rcButtons;        // the packed geometry: left, top, width in right, height in bottom
     int m_bHasMenu = 0;
     CFont m_Font;
     CString m_strTitle;

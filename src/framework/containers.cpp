@@ -3,8 +3,8 @@
 IMPLEMENT_DYNAMIC(CMapWordToPtr, CObject)
 IMPLEMENT_DYNAMIC(CMapPtrToPtr, CObject)
 
-const CRuntimeClass CStringArray::classCStringArray = {
-    "CStringArray", static_cast<int>(sizeof(CStringArray)), 0xFFFF, RUNTIME_CLASS(CObject)};
+const CRuntimeClass CStringArray::classCStringArray = {"CStringArray", static_cast<int>(sizeof(CStringArray)),
+                                                       0xFFFF, RUNTIME_CLASS(CObject)};
 const CRuntimeClass* CStringArray::GetRuntimeClass() const { return RUNTIME_CLASS(CStringArray); }
 
 // A block is its header and, right behind it, `m_nBlockSize` elements.

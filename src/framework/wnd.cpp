@@ -88,14 +88,16 @@ HWND CWnd::Detach() {
 
 bool CWnd::SubclassWindow(HWND window) {
     if (!Attach(window)) return false;
-    const LONG_PTR former = ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc));
+    const LONG_PTR former =
+        ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc));
     m_pfnSuper = reinterpret_cast<WNDPROC>(former);
     return true;
 }
 
 HWND CWnd::UnsubclassWindow() {
     if (m_hWnd && m_pfnSuper)
-        ::SetWindowLongPtrA(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(std::exchange(m_pfnSuper, nullptr)));
+        ::SetWindowLongPtrA(m_hWnd, GWLP_WNDPROC,
+                            reinterpret_cast<LONG_PTR>(std::exchange(m_pfnSuper, nullptr)));
     return Detach();
 }
 
@@ -118,9 +120,9 @@ bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWO
     state->m_hHookCreate = hook;
     state->m_pWndInit = this;
     const CRect place(rect);
-    HWND window = ::CreateWindowExA(exStyle, className, title, style, place.left, place.top, place.Width(),
-                                    place.Height(), parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
-                                    ::GetModuleHandleA(nullptr), parameter);
+    HWND window = ::CreateWindowExA(
+        exStyle, className, title, style, place.left, place.top, place.Width(), place.Height(), parent,
+        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), ::GetModuleHandleA(nullptr), parameter);
     state->m_pWndInit = nullptr;
     ::UnhookWindowsHookEx(hook);
     state->m_hHookCreate = former;
@@ -178,7 +180,8 @@ bool CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
     for (const AFX_MSGMAP* map = GetMessageMap(); map; map = map->pBaseMap) {
         for (const AFX_MSGMAP_ENTRY* e = map->lpEntries; e->pfn; ++e) {
             if (e->nMessage != message) continue;
-            if (message == WM_COMMAND && (code != e->nCode || command < e->nID || command > e->nLastID)) continue;
+            if (message == WM_COMMAND && (code != e->nCode || command < e->nID || command > e->nLastID))
+                continue;
             *result = (this->*e->pfn)(wParam, lParam);
             return true;
         }

@@ -18,12 +18,8 @@ TSkinThemes::TSkinThemes() : header{} {
 
 TSkinThemes::~TSkinThemes() = default;
 
-TSkinThemes::TSkinThemes(const TSkinThemes& other) { *this = other; }
-
-TSkinThemes& TSkinThemes::operator=(const TSkinThemes& other) {
-    std::memmove(static_cast<void*>(this), &other, sizeof *this);
-    return *this;
-}
+TSkinThemes::TSkinThemes(const TSkinThemes& other) = default;
+TSkinThemes& TSkinThemes::operator=(const TSkinThemes& other) = default;
 
 void TSkinThemes::Clear() {
     ::operator delete(pButton);

@@ -51,9 +51,15 @@ DibParts SampleDib(int bits, int width, int height) {
             const Fifths f = SampleFifths(x, y);
             const int index = SampleIndex(bits, x, y);
             switch (bits) {
-                case 1: row[x / 8] |= static_cast<std::byte>(index << (7 - x % 8)); break;
-                case 4: row[x / 2] |= static_cast<std::byte>(index << (x % 2 ? 0 : 4)); break;
-                case 8: row[x] = static_cast<std::byte>(index); break;
+                case 1:
+                    row[x / 8] |= static_cast<std::byte>(index << (7 - x % 8));
+                    break;
+                case 4:
+                    row[x / 2] |= static_cast<std::byte>(index << (x % 2 ? 0 : 4));
+                    break;
+                case 8:
+                    row[x] = static_cast<std::byte>(index);
+                    break;
                 case 16: {
                     const int word = f.red << 10 | f.green << 5 | f.blue;
                     row[x * 2] = static_cast<std::byte>(word & 0xFF);

@@ -68,8 +68,9 @@ void Damage(Random& random, Bytes& image) {
                                   24,     32,     39,         40,         54,         108,        255,
                                   0x7FFF, 0x8000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFE, 0xFFFFFFFF, 0x10000};
     // Where the headers' fields lie, and how long they are.
-    constexpr struct { int at, size; } kFields[] = {{10, 4}, {14, 4}, {18, 4}, {22, 4}, {26, 2},
-                                                    {28, 2}, {30, 4}, {34, 4}, {46, 4}, {50, 4}};
+    constexpr struct {
+        int at, size;
+    } kFields[] = {{10, 4}, {14, 4}, {18, 4}, {22, 4}, {26, 2}, {28, 2}, {30, 4}, {34, 4}, {46, 4}, {50, 4}};
     for (int changes = random.Between(1, 4); changes > 0; --changes) {
         if (random.OneIn(2)) {
             const auto& field = kFields[random.Between(0, 9)];

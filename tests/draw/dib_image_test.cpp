@@ -131,7 +131,7 @@ TEST(DibImage, RunLengthImagesThatLeaveTheImageAreRefused) {
         return IsRefused(parts);
     };
     EXPECT_FALSE(refused({6, 1, 0, 0, 6, 2, 0, 1}));
-    EXPECT_FALSE(refused({6, 1, 0, 0, 6, 2}));             // ends with its bytes
+    EXPECT_FALSE(refused({6, 1, 0, 0, 6, 2}));              // ends with its bytes
     EXPECT_FALSE(refused({6, 1, 0, 0, 6, 2, 0, 0, 0, 1}));  // a line's end after the last line
     EXPECT_TRUE(refused({7, 1, 0, 1}));                     // a run past the right edge
     EXPECT_TRUE(refused({0, 4, 1, 2, 3, 4, 3, 1, 0, 1}));
@@ -166,7 +166,8 @@ TEST(DibImage, UnsoundHeadersAreRefused) {
     for (const int planes : {0, 2, 3, 0xFFFF})
         EXPECT_TRUE(refused(24, [planes](DibParts& s) { s.head.biPlanes = static_cast<WORD>(planes); }));
     for (const int bits : {0, 2, 3, 5, 15, 31, 33, 48, 64, 0xFFFF})
-        EXPECT_TRUE(refused(32, [bits](DibParts& s) { s.head.biBitCount = static_cast<WORD>(bits); })) << bits;
+        EXPECT_TRUE(refused(32, [bits](DibParts& s) { s.head.biBitCount = static_cast<WORD>(bits); }))
+            << bits;
     for (const LONG width : {0L, -1L, -7L, 32768L, 0x7FFFFFFFL, LONG_MIN})
         EXPECT_TRUE(refused(24, [width](DibParts& s) { s.head.biWidth = width; })) << width;
     for (const LONG height : {0L, 32768L, -32768L, 0x7FFFFFFFL, LONG_MIN})
@@ -201,10 +202,10 @@ TEST(DibImage, MasksHaveToBeSound) {
     };
     EXPECT_FALSE(refused(16, {0x7C00, 0x03E0, 0x001F}));
     EXPECT_FALSE(refused(32, {0xFF000000, 0x00FF0000, 0x0000FF00}));
-    EXPECT_TRUE(refused(16, {0x7C00, 0x03E0, 0x0000}));        // none
-    EXPECT_TRUE(refused(16, {0x7C00, 0x07E0, 0x001F}));        // one bit twice
-    EXPECT_TRUE(refused(16, {0x5C00, 0x03E0, 0x001F}));        // a gap
-    EXPECT_TRUE(refused(16, {0x1F0000, 0x03E0, 0x001F}));      // beyond the pixel
+    EXPECT_TRUE(refused(16, {0x7C00, 0x03E0, 0x0000}));    // none
+    EXPECT_TRUE(refused(16, {0x7C00, 0x07E0, 0x001F}));    // one bit twice
+    EXPECT_TRUE(refused(16, {0x5C00, 0x03E0, 0x001F}));    // a gap
+    EXPECT_TRUE(refused(16, {0x1F0000, 0x03E0, 0x001F}));  // beyond the pixel
     EXPECT_TRUE(refused(32, {0xFFFFFFFF, 0xFF00, 0xFF}));
 }
 

@@ -76,15 +76,24 @@ RECT Random::Rect(const SIZE& about) {
 
 std::string NameOf(TargetType type) {
     switch (type) {
-        case TargetType::Compatible: return "compatible bitmap";
-        case TargetType::Dib32TopDown: return "32-bit DIB, top down";
-        case TargetType::Dib32BottomUp: return "32-bit DIB, bottom up";
-        case TargetType::Dib24: return "24-bit DIB";
-        case TargetType::Dib16: return "16-bit DIB";
-        case TargetType::Dib8: return "8-bit DIB";
-        case TargetType::Mono: return "monochrome bitmap";
-        case TargetType::Surface: return "off-screen surface";
-        case TargetType::Window: return "window";
+        case TargetType::Compatible:
+            return "compatible bitmap";
+        case TargetType::Dib32TopDown:
+            return "32-bit DIB, top down";
+        case TargetType::Dib32BottomUp:
+            return "32-bit DIB, bottom up";
+        case TargetType::Dib24:
+            return "24-bit DIB";
+        case TargetType::Dib16:
+            return "16-bit DIB";
+        case TargetType::Dib8:
+            return "8-bit DIB";
+        case TargetType::Mono:
+            return "monochrome bitmap";
+        case TargetType::Surface:
+            return "off-screen surface";
+        case TargetType::Window:
+            return "window";
     }
     return "?";
 }
@@ -113,12 +122,24 @@ Target::Target(TargetType type) {
             ::ReleaseDC(nullptr, screen);
             break;
         }
-        case TargetType::Mono: m_bitmap.Attach(::CreateBitmap(kSize.cx, kSize.cy, 1, 1, nullptr)); break;
-        case TargetType::Dib24: m_bitmap.Attach(MakeDib(24, kSize, false, {}, &bits)); break;
-        case TargetType::Dib16: m_bitmap.Attach(MakeDib(16, kSize, false, {}, &bits)); break;
-        case TargetType::Dib8: m_bitmap.Attach(MakeDib(8, kSize, false, EvenTable(), &bits)); break;
-        case TargetType::Dib32BottomUp: m_bitmap.Attach(MakeDib(32, kSize, false, {}, &bits)); break;
-        default: m_bitmap.Attach(MakeDib(32, kSize, true, {}, &bits)); break;
+        case TargetType::Mono:
+            m_bitmap.Attach(::CreateBitmap(kSize.cx, kSize.cy, 1, 1, nullptr));
+            break;
+        case TargetType::Dib24:
+            m_bitmap.Attach(MakeDib(24, kSize, false, {}, &bits));
+            break;
+        case TargetType::Dib16:
+            m_bitmap.Attach(MakeDib(16, kSize, false, {}, &bits));
+            break;
+        case TargetType::Dib8:
+            m_bitmap.Attach(MakeDib(8, kSize, false, EvenTable(), &bits));
+            break;
+        case TargetType::Dib32BottomUp:
+            m_bitmap.Attach(MakeDib(32, kSize, false, {}, &bits));
+            break;
+        default:
+            m_bitmap.Attach(MakeDib(32, kSize, true, {}, &bits));
+            break;
     }
     m_dc = ::CreateCompatibleDC(nullptr);
     m_former = ::SelectObject(m_dc, m_bitmap.m_hObject);
@@ -209,8 +230,16 @@ HBITMAP MakeDib(int depth, const SIZE& size, bool top_down, const std::vector<RG
         BITMAPINFOHEADER head;
         RGBQUAD colours[256];
     } info{};
-    info.head = {sizeof info.head, size.cx, top_down ? -size.cy : size.cy, 1, static_cast<WORD>(depth),
-                 BI_RGB,           0,       0,                             0, 0,
+    info.head = {sizeof info.head,
+                 size.cx,
+                 top_down ? -size.cy : size.cy,
+                 1,
+                 static_cast<WORD>(depth),
+                 BI_RGB,
+                 0,
+                 0,
+                 0,
+                 0,
                  0};
     if (depth <= 8) {
         const std::size_t entries = std::size_t{1} << depth;

@@ -22,9 +22,9 @@ void PlainGradient(HDC dc, const RECT& rect, COLORREF first, COLORREF second, bo
     const int span = static_cast<int>(horizontal ? rect.right - rect.left : rect.bottom - rect.top) - 2;
     for (int i = 0; i <= span; i += 2) {
         const auto channel = [&](int a, int b) { return static_cast<BYTE>(a + ::MulDiv(b - a, i, span)); };
-        const COLORREF colour = RGB(channel(GetRValue(first), GetRValue(second)),
-                                    channel(GetGValue(first), GetGValue(second)),
-                                    channel(GetBValue(first), GetBValue(second)));
+        const COLORREF colour =
+            RGB(channel(GetRValue(first), GetRValue(second)), channel(GetGValue(first), GetGValue(second)),
+                channel(GetBValue(first), GetBValue(second)));
         RECT band = rect;
         if (horizontal) {
             band.left = rect.left + i;
@@ -126,9 +126,9 @@ TEST(Gradient, ColourOfABandIsThatOfMulDiv) {
         const auto channel = [&](int a, int b) {
             return static_cast<BYTE>(a + ::MulDiv(b - a, offset, span));
         };
-        const COLORREF expected = RGB(channel(GetRValue(first), GetRValue(second)),
-                                      channel(GetGValue(first), GetGValue(second)),
-                                      channel(GetBValue(first), GetBValue(second)));
+        const COLORREF expected =
+            RGB(channel(GetRValue(first), GetRValue(second)), channel(GetGValue(first), GetGValue(second)),
+                channel(GetBValue(first), GetBValue(second)));
         ASSERT_EQ(GradientColour(first, second, offset, span), expected) << offset << " of " << span;
     }
 }

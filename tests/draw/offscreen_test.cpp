@@ -72,9 +72,8 @@ TEST(Offscreen, ShowsWhatWasPaintedInTheTargetsOwnCoordinates) {
             CDC(dc).FillSolidRect({12, 8, 30, 20}, RGB(0, 0, 0));
         };
         const Picture expected = target.Draw(prepare, paint);
-        const Picture actual = target.Draw(prepare, [&](HDC dc) {
-            PaintOffscreen(dc, kArea, [&](CDC& memory) { paint(memory); });
-        });
+        const Picture actual = target.Draw(
+            prepare, [&](HDC dc) { PaintOffscreen(dc, kArea, [&](CDC& memory) { paint(memory); }); });
         EXPECT_EQ(Difference(expected, actual), "") << NameOf(type);
     }
 }
@@ -115,8 +114,9 @@ TEST(Offscreen, PresentsAPart) {
 
 TEST(Offscreen, EmptyAndAbsurdAreasAreFalseAndPaintNothing) {
     Target target(TargetType::Compatible);
-    const RECT areas[] = {{5, 5, 5, 20}, {5, 5, 20, 5}, {20, 20, 5, 5}, {0, 0, 0, 0},
-                          {0, 0, 40000, 2}, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {0, 0, 32767, 32767}};
+    const RECT areas[] = {{5, 5, 5, 20},       {5, 5, 20, 5},    {20, 20, 5, 5},
+                          {0, 0, 0, 0},        {0, 0, 40000, 2}, {INT_MIN, INT_MIN, INT_MAX, INT_MAX},
+                          {0, 0, 32767, 32767}};
     for (const RECT& area : areas) {
         OffscreenSurface surface(target.Dc(), area);
         EXPECT_FALSE(surface) << area.right << " by " << area.bottom;

@@ -32,7 +32,10 @@ TEST(DialogGeometry, PlacesOnlyTheButtonsThatExistFromTheRightTwoPixelsApart) {
         const struct {
             bool exists;
             CRect rect;
-        } inOrder[] = {{present.close, rects.close}, {present.max, rects.max}, {present.min, rects.min}, {present.help, rects.help}};
+        } inOrder[] = {{present.close, rects.close},
+                       {present.max, rects.max},
+                       {present.min, rects.min},
+                       {present.help, rects.help}};
         for (const auto& button : inOrder) {
             if (!button.exists) {
                 EXPECT_TRUE(button.rect.IsRectEmpty()) << mask;

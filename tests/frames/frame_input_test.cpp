@@ -143,7 +143,8 @@ TEST_F(FrameInput, APressTakesTheCaptureAndKeepsTheHostOut) {
     const struct {
         CRect rect;
         int close, max, min;
-    } buttons[] = {{frame.Skin().Close(), 2, 0, 0}, {frame.Skin().Max(), 0, 2, 0}, {frame.Skin().Min(), 0, 0, 2}};
+    } buttons[] = {
+        {frame.Skin().Close(), 2, 0, 0}, {frame.Skin().Max(), 0, 2, 0}, {frame.Skin().Min(), 0, 0, 2}};
     for (const auto& button : buttons) {
         frame.log.Clear();
         EXPECT_EQ(frame.Send(WM_NCLBUTTONDOWN, HTCAPTION, frame.Packed(Middle(button.rect))), 0);

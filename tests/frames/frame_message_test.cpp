@@ -126,7 +126,9 @@ TEST_P(FrameMessage, GetTextKeepsWithinTheCallersBufferAndTellsTheFullLength) {
         const std::size_t copied = std::min<std::size_t>(9, room == 0 ? 0 : room - 1);
         const std::size_t written = room == 0 ? 0 : copied + 1;
         EXPECT_EQ(std::string(buffer, copied), std::string("Warehouse", copied)) << room;
-        EXPECT_EQ(std::string(buffer + written, sizeof buffer - written), std::string(sizeof buffer - written, '#')) << room;
+        EXPECT_EQ(std::string(buffer + written, sizeof buffer - written),
+                  std::string(sizeof buffer - written, '#'))
+            << room;
     }
     EXPECT_EQ(frame.Send(WM_GETTEXT, 5, 0), 9);
 }
@@ -250,8 +252,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SystemMenuCase{"Normal", kFullStyle, SW_SHOWNORMAL, true, true, false, true},
                     SystemMenuCase{"Maximised", kFullStyle, SW_SHOWMAXIMIZED, true, false, true, false},
                     SystemMenuCase{"Iconic", kFullStyle, SW_SHOWMINIMIZED, false, true, true, false},
-                    SystemMenuCase{"NoMinimiseBox", kFullStyle & ~WS_MINIMIZEBOX, SW_SHOWNORMAL, false, true, false, true},
-                    SystemMenuCase{"NoMaximiseBox", kFullStyle & ~WS_MAXIMIZEBOX, SW_SHOWNORMAL, true, false, false, true}),
+                    SystemMenuCase{"NoMinimiseBox", kFullStyle & ~WS_MINIMIZEBOX, SW_SHOWNORMAL, false, true,
+                                   false, true},
+                    SystemMenuCase{"NoMaximiseBox", kFullStyle & ~WS_MAXIMIZEBOX, SW_SHOWNORMAL, true, false,
+                                   false, true}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_P(FrameSystemMenu, ItemsFollowTheStyleAtCreationAndTheWindowsState) {

@@ -28,7 +28,8 @@ protected:
 
     FrameLook Look(const HostFrame& frame) const {
         const FrameSkinTestAccess access = frame.Skin();
-        return {access.Style(), access.Close(), access.Max(), access.Min(), access.CloseState(), access.MaxState(), access.MinState()};
+        return {access.Style(),      access.Close(),    access.Max(),     access.Min(),
+                access.CloseState(), access.MaxState(), access.MinState()};
     }
     void ExpectLook(const HostFrame& frame, const FrameLook& look) {
         frame.Send(WM_NCPAINT, 1);
@@ -69,7 +70,9 @@ TEST_F(FramePaint, ShowsEachButtonInEachState) {
 TEST_F(FramePaint, EveryCombinationOfStylesShowsItsOwnParts) {
     for (const DWORD caption : {0ul, static_cast<DWORD>(WS_CAPTION), static_cast<DWORD>(WS_BORDER)})
         for (const DWORD menu : {0ul, static_cast<DWORD>(WS_SYSMENU)})
-            for (const DWORD boxes : {0ul, static_cast<DWORD>(WS_MINIMIZEBOX), static_cast<DWORD>(WS_MAXIMIZEBOX), static_cast<DWORD>(WS_MINIMIZEBOX | WS_MAXIMIZEBOX)}) {
+            for (const DWORD boxes :
+                 {0ul, static_cast<DWORD>(WS_MINIMIZEBOX), static_cast<DWORD>(WS_MAXIMIZEBOX),
+                  static_cast<DWORD>(WS_MINIMIZEBOX | WS_MAXIMIZEBOX)}) {
                 HostFrame frame(WS_POPUP | WS_VISIBLE | caption | menu | boxes);
                 SCOPED_TRACE(testing::Message() << std::hex << (caption | menu | boxes));
                 ExpectLook(frame, Look(frame));
@@ -78,7 +81,8 @@ TEST_F(FramePaint, EveryCombinationOfStylesShowsItsOwnParts) {
 
 TEST_F(FramePaint, OddSizesAndNarrowWindowsPaintTheEndsOverEachOther) {
     for (const SIZE size : {SIZE{401, 241}, SIZE{14, 60}, SIZE{30, 30}, SIZE{61, 39}, SIZE{9, 31}}) {
-        HostFrame frame(WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU, {50, 50, 50 + size.cx, 50 + size.cy});
+        HostFrame frame(WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU,
+                        {50, 50, 50 + size.cx, 50 + size.cy});
         SCOPED_TRACE(testing::Message() << size.cx << "x" << size.cy);
         ExpectLook(frame, Look(frame));
     }
@@ -149,7 +153,8 @@ TEST_F(FramePaint, TheTitleStandsOnThePlateInTheHighlightColour) {
 TEST_F(FramePaint, ATitleLongerThanThePlateIsCutWithoutAnEllipsis) {
     skin.SetBitmapSize(BMP_FRAME_CAPTION_TITLE, 120, 24);
     ASSERT_EQ(SetSkinFromFile(skin.Write()), 1);
-    HostFrame frame(kFullStyle, kFramePlace, "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW");
+    HostFrame frame(kFullStyle, kFramePlace,
+                    "WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW");
     frame.Send(WM_NCPAINT, 1);
     const Picture picture = PictureOfWindow(frame);
     const COLORREF plate = TestSkin::ColourOfBitmap(BMP_FRAME_CAPTION_TITLE);
@@ -168,7 +173,8 @@ TEST_F(FramePaint, ATitleLongerThanThePlateIsCutWithoutAnEllipsis) {
 TEST_F(FramePaint, CornersAreCutByTheBorderWidthInTheRegionAndByTheBitmapInThePainting) {
     const auto corner = [](int x, int y) { return x + y < 3 ? RGB(255, 0, 0) : RGB(1, 2, 3); };
     skin.SetBitmap(BMP_FRAME_CAPTION_LEFT, 8, 24, corner);
-    skin.SetBitmap(BMP_FRAME_CAPTION_RIGHT, 10, 24, [](int x, int y) { return x >= 9 && y < 2 ? RGB(255, 0, 0) : RGB(1, 2, 3); });
+    skin.SetBitmap(BMP_FRAME_CAPTION_RIGHT, 10, 24,
+                   [](int x, int y) { return x >= 9 && y < 2 ? RGB(255, 0, 0) : RGB(1, 2, 3); });
     ASSERT_EQ(SetSkinFromFile(skin.Write()), 1);
     HostFrame frame;
     CRgn region;
@@ -203,9 +209,14 @@ TEST_F(FramePaint, TheClientAreaIsNeverPaintedOver) {
 TEST_F(FramePaint, PaintsOnAMemoryContextWithoutAnyWindow) {
     Canvas canvas(200, 100, RGB(9, 9, 9));
     CDC dc(canvas.Dc());
-    const tavix::FrameParts parts{.style = WS_CAPTION | WS_SYSMENU, .hasMenuBar = false, .closeState = 2, .maxState = 0,
-                                  .minState = 0, .buttons = tavix::LayoutFrameButtons(200, CRect(-60, 4, 16, 16)),
-                                  .title = "", .titleFont = nullptr};
+    const tavix::FrameParts parts{.style = WS_CAPTION | WS_SYSMENU,
+                                  .hasMenuBar = false,
+                                  .closeState = 2,
+                                  .maxState = 0,
+                                  .minState = 0,
+                                  .buttons = tavix::LayoutFrameButtons(200, CRect(-60, 4, 16, 16)),
+                                  .title = "",
+                                  .titleFont = nullptr};
     tavix::PaintFrame(dc, CSize(200, 100), parts);
     const FrameLook look{parts.style, parts.buttons.close, parts.buttons.max, parts.buttons.min, 2};
     // Inside the frame all is the border colour, which a window never shows.
@@ -232,7 +243,8 @@ TEST_F(FramePaint, PaintsWithAnyBitmapMissing) {
 
 TEST_F(FramePaint, PaintsWithSizesAndBitmapsOfAbsurdExtent) {
     for (const DWORD size : {0u, 1u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, 5000u}) {
-        for (DWORD id : {SZ_FRAME_LEFT, SZ_FRAME_RIGHT, SZ_FRAME_BOTTOM, SZ_FRAME_CAPTION, SZ_FRAME_MENU_STRIP, SZ_MIN_TRACK_X, SZ_MIN_TRACK_Y}) {
+        for (DWORD id : {SZ_FRAME_LEFT, SZ_FRAME_RIGHT, SZ_FRAME_BOTTOM, SZ_FRAME_CAPTION,
+                         SZ_FRAME_MENU_STRIP, SZ_MIN_TRACK_X, SZ_MIN_TRACK_Y}) {
             TestSkin odd;
             odd.SetSize(id, size);
             ASSERT_EQ(SetSkinFromFile(odd.Write()), 1);
@@ -246,7 +258,8 @@ TEST_F(FramePaint, PaintsWithSizesAndBitmapsOfAbsurdExtent) {
     TestSkin large;
     for (DWORD id : {BMP_FRAME_CAPTION_LEFT, BMP_FRAME_CAPTION_RIGHT, BMP_FRAME_GRIPPER}) {
         // Every second pixel is cut away: the worst that a region can be made of.
-        large.SetBitmap(id, 1500, 1500, [](int x, int y) { return (x + y) % 2 ? RGB(255, 0, 0) : RGB(0, 0, 9); });
+        large.SetBitmap(id, 1500, 1500,
+                        [](int x, int y) { return (x + y) % 2 ? RGB(255, 0, 0) : RGB(0, 0, 9); });
     }
     large.SetBitmapSize(BMP_FRAME_CAPTION_TILE, 1, 1).SetButtons(SZ_FRAME_BUTTONS, -128, -128, 127, 127);
     ASSERT_EQ(SetSkinFromFile(large.Write()), 1);

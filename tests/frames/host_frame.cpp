@@ -33,16 +33,16 @@ HostFrame::HostFrame(DWORD style, const RECT& place, const char* title, HMENU me
         FillClass(host, &Procedure);
         host.lpszClassName = className;
         ::RegisterClassA(&host);
-        window = ::CreateWindowExA(0, className, title, style, at.left, at.top, at.Width(), at.Height(), nullptr, menu,
-                                   instance, nullptr);
+        window = ::CreateWindowExA(0, className, title, style, at.left, at.top, at.Width(), at.Height(),
+                                   nullptr, menu, instance, nullptr);
     } else {
         const std::wstring wideClass = Widen(className);
         WNDCLASSW host{};
         FillClass(host, &Procedure);
         host.lpszClassName = wideClass.c_str();
         ::RegisterClassW(&host);
-        window = ::CreateWindowExW(0, wideClass.c_str(), Widen(title).c_str(), style, at.left, at.top, at.Width(),
-                                   at.Height(), nullptr, menu, instance, nullptr);
+        window = ::CreateWindowExW(0, wideClass.c_str(), Widen(title).c_str(), style, at.left, at.top,
+                                   at.Width(), at.Height(), nullptr, menu, instance, nullptr);
     }
     g_creating = nullptr;
     EXPECT_TRUE(window);

@@ -38,7 +38,8 @@ constexpr RECT kFramePlace{120, 90, 520, 330};
 class HostFrame {
 public:
     explicit HostFrame(DWORD style = kFullStyle, const RECT& place = kFramePlace, const char* title = "",
-                       HMENU menu = nullptr, Charset charset = Charset::Ansi, const char* className = "Tavix_PaneA");
+                       HMENU menu = nullptr, Charset charset = Charset::Ansi,
+                       const char* className = "Tavix_PaneA");
     ~HostFrame();
     HostFrame(const HostFrame&) = delete;
     HostFrame& operator=(const HostFrame&) = delete;
@@ -63,6 +64,8 @@ private:
 };
 
 /* The middle of a rectangle. */
-inline POINT Middle(const CRect& rect) { return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2}; }
+inline POINT Middle(const CRect& rect) {
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
 
 }  // namespace tavix_test

@@ -23,7 +23,8 @@ void PaintModel::Gradient(RECT area, COLORREF first, COLORREF second, bool horiz
         return static_cast<BYTE>(from + ::MulDiv(to - from, i, span));
     };
     for (int i = 0; i <= span; i += 2) {
-        const COLORREF colour = RGB(channel(GetRValue(first), GetRValue(second), i), channel(GetGValue(first), GetGValue(second), i),
+        const COLORREF colour = RGB(channel(GetRValue(first), GetRValue(second), i),
+                                    channel(GetGValue(first), GetGValue(second), i),
                                     channel(GetBValue(first), GetBValue(second), i));
         if (horizontal)
             Fill({area.left + i, area.top, area.left + i + 2, area.bottom}, colour);
@@ -39,7 +40,8 @@ void PaintModel::Draw(DWORD bitmap, int x, int y) {
 
 void PaintModel::DrawIn(DWORD bitmap, RECT area) {
     const SIZE size = m_skin.BitmapSize(bitmap);
-    Fill({area.left, area.top, std::min(area.right, area.left + size.cx), std::min(area.bottom, area.top + size.cy)},
+    Fill({area.left, area.top, std::min(area.right, area.left + size.cx),
+          std::min(area.bottom, area.top + size.cy)},
          TestSkin::ColourOfBitmap(bitmap));
 }
 
@@ -121,7 +123,8 @@ Picture ExpectedDialog(const TestSkin& skin, int w, int h, const DialogLook& loo
         model.Draw(28, w - skin.BitmapSize(28).cx, 0);
         if (look.icon) {
             const int x = static_cast<int>(skin.Size(12)) + 5;
-            model.Fill({x, 5, x + ::GetSystemMetrics(SM_CXSMICON), 5 + ::GetSystemMetrics(SM_CYSMICON)}, *look.icon);
+            model.Fill({x, 5, x + ::GetSystemMetrics(SM_CXSMICON), 5 + ::GetSystemMetrics(SM_CYSMICON)},
+                       *look.icon);
         }
     }
     const struct {
@@ -147,11 +150,12 @@ std::string DifferenceOutside(const Picture& expected, const Picture& actual, co
     std::ostringstream first;
     for (int y = 0; y < expected.height; ++y) {
         for (int x = 0; x < expected.width; ++x) {
-            const bool skip = x >= ignored.left && x < ignored.right && y >= ignored.top && y < ignored.bottom;
+            const bool skip =
+                x >= ignored.left && x < ignored.right && y >= ignored.top && y < ignored.bottom;
             if (skip || expected.At(x, y) == actual.At(x, y)) continue;
             if (count++ == 0)
-                first << std::hex << "expected 0x" << expected.At(x, y) << ", is 0x" << actual.At(x, y) << std::dec << " at "
-                      << x << "," << y;
+                first << std::hex << "expected 0x" << expected.At(x, y) << ", is 0x" << actual.At(x, y)
+                      << std::dec << " at " << x << "," << y;
         }
     }
     return count == 0 ? "" : first.str() + ", and " + std::to_string(count - 1) + " more differ";

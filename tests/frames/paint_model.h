@@ -44,7 +44,7 @@ Picture ExpectedFrame(const TestSkin& skin, int width, int height, const FrameLo
 /* A dialog, as its style was before the buttons' bits were taken from it. */
 struct DialogLook {
     DWORD style;
-    RECT buttons{-8, 4, 16, 16};   // the packed geometry
+    RECT buttons{-8, 4, 16, 16};  // the packed geometry
     int closeState = 0, maxState = 0, minState = 0, helpState = 0;
     std::optional<COLORREF> icon;  // of a small icon in one colour
 };

@@ -217,9 +217,12 @@ TEST_P(PointerMapModel, BehavesAsItsModel) {
     // Keys look like handles, like pointers, or are crowded into few buckets.
     const auto someKey = [&random]() -> std::uintptr_t {
         switch (random() % 3) {
-            case 0: return 0x20 + 2 * (random() % 600);
-            case 1: return 0x00400000 + 16 * (random() % 600);
-            default: return static_cast<std::uintptr_t>(random() % 600) << 16;
+            case 0:
+                return 0x20 + 2 * (random() % 600);
+            case 1:
+                return 0x00400000 + 16 * (random() % 600);
+            default:
+                return static_cast<std::uintptr_t>(random() % 600) << 16;
         }
     };
     for (int step = 0; step < 40000; ++step) {
@@ -237,10 +240,14 @@ TEST_P(PointerMapModel, BehavesAsItsModel) {
             void* value = nullptr;
             const auto found = model.find(key);
             ASSERT_EQ(map.Lookup(Pointer(key), value), found != model.end());
-            if (found != model.end()) { ASSERT_EQ(value, found->second); }
+            if (found != model.end()) {
+                ASSERT_EQ(value, found->second);
+            }
         }
         ASSERT_EQ(map.GetCount(), static_cast<int>(model.size()));
-        if (step % 2000 == 0) { ASSERT_EQ(Contents(map), model) << "step " << step; }
+        if (step % 2000 == 0) {
+            ASSERT_EQ(Contents(map), model) << "step " << step;
+        }
         if (step == 20000) map.RemoveAll(), model.clear();
     }
     EXPECT_EQ(Contents(map), model);
@@ -302,10 +309,14 @@ TEST(WordMap, BehavesAsItsModel) {
                 map.SetAt(key, value);
                 model[key] = value;
                 break;
-            case 1: ASSERT_EQ(map.RemoveKey(key), model.erase(key) == 1); break;
+            case 1:
+                ASSERT_EQ(map.RemoveKey(key), model.erase(key) == 1);
+                break;
             default:
                 ASSERT_EQ(map.Lookup(key, value), model.count(key) == 1);
-                if (model.count(key)) { ASSERT_EQ(value, model[key]); }
+                if (model.count(key)) {
+                    ASSERT_EQ(value, model[key]);
+                }
                 break;
         }
         ASSERT_EQ(map.GetCount(), static_cast<int>(model.size()));

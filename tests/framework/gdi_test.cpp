@@ -179,8 +179,8 @@ TEST(DeviceContext, FillsAndCopies) {
 class WindowContext : public testing::Test {
 protected:
     void SetUp() override {
-        m_window = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE | WS_BORDER, 50, 60, 40, 30, nullptr,
-                                     nullptr, nullptr, nullptr);
+        m_window = ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE | WS_BORDER, 50, 60, 40, 30,
+                                     nullptr, nullptr, nullptr, nullptr);
         ASSERT_NE(m_window, nullptr);
     }
     void TearDown() override { ::DestroyWindow(m_window); }

@@ -127,7 +127,8 @@ TEST(ThreadSlot, GivesItsIndexBack) {
 // ---------------------------------------------------------------- temporary window objects
 
 struct TemporaryProbe {
-    HWND window = ::CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr, nullptr, nullptr);
+    HWND window =
+        ::CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr, nullptr, nullptr);
     ~TemporaryProbe() { ::DestroyWindow(window); }
 };
 

@@ -193,7 +193,9 @@ TEST(String, BehavesAsItsModel) {
     const auto below = [&random](unsigned limit) { return random() % limit; };
     for (int step = 0; step < 20000; ++step) {
         switch (below(7)) {
-            case 0: text += "x", model += "x"; break;
+            case 0:
+                text += "x", model += "x";
+                break;
             case 1: {
                 const std::string piece(below(40), static_cast<char>('a' + below(26)));
                 text += piece.c_str(), model += piece;

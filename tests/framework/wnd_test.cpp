@@ -34,7 +34,8 @@ protected:
     static void TearDownTestSuite() { ::UnregisterClassA(kPlainClass, ::GetModuleHandleA(nullptr)); }
 
     static HWND MakeWindow() {
-        return ::CreateWindowExA(0, kPlainClass, "", WS_POPUP, 0, 0, 20, 20, nullptr, nullptr, nullptr, nullptr);
+        return ::CreateWindowExA(0, kPlainClass, "", WS_POPUP, 0, 0, 20, 20, nullptr, nullptr, nullptr,
+                                 nullptr);
     }
     static WNDPROC ProcedureOf(HWND window) {
         return reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(window, GWLP_WNDPROC));
@@ -101,11 +102,13 @@ using Notes = std::vector<std::string>;
 
 TEST_F(WndTest, ObjectSeesItsWindowFromItsFirstMessagesOn) {
     BaseWindow window;
-    ASSERT_TRUE(window.CreateEx(WS_EX_TOOLWINDOW, kPlainClass, "a title", WS_POPUP | WS_BORDER, CRect(10, 20, 110, 70),
-                                nullptr, 0));
+    ASSERT_TRUE(window.CreateEx(WS_EX_TOOLWINDOW, kPlainClass, "a title", WS_POPUP | WS_BORDER,
+                                CRect(10, 20, 110, 70), nullptr, 0));
     ASSERT_NE(window.GetSafeHwnd(), nullptr);
     const auto& seen = window.messages;
-    const auto at = [&seen](UINT message) { return std::find(seen.begin(), seen.end(), message) - seen.begin(); };
+    const auto at = [&seen](UINT message) {
+        return std::find(seen.begin(), seen.end(), message) - seen.begin();
+    };
     const auto end = static_cast<std::ptrdiff_t>(seen.size());
     EXPECT_LT(at(WM_NCCREATE), end);
     EXPECT_LT(at(WM_NCCREATE), at(WM_CREATE));
@@ -170,7 +173,8 @@ public:
 
 protected:
     LRESULT OnCreateMessage(WPARAM, LPARAM) {
-        plain = ::CreateWindowExA(0, kPlainClass, "", WS_POPUP, 0, 0, 5, 5, m_hWnd, nullptr, nullptr, nullptr);
+        plain =
+            ::CreateWindowExA(0, kPlainClass, "", WS_POPUP, 0, 0, 5, 5, m_hWnd, nullptr, nullptr, nullptr);
         inner.CreateEx(0, kPlainClass, "", WS_CHILD, CRect(0, 0, 5, 5), m_hWnd, 5);
         return Default();
     }
@@ -255,7 +259,8 @@ TEST_F(WndTest, SubclassedWindowComesHereAndGoesBack) {
     ASSERT_TRUE(window.SubclassWindow(handle));
     EXPECT_NE(ProcedureOf(handle), &PlainProcedure);
     EXPECT_EQ(::SendMessageA(handle, kProbeMessage, 30, 4), 34);
-    EXPECT_EQ(::SendMessageA(handle, kUnknownMessage, 0, 0), 4321) << "what no handler takes reaches the former procedure";
+    EXPECT_EQ(::SendMessageA(handle, kUnknownMessage, 0, 0), 4321)
+        << "what no handler takes reaches the former procedure";
 
     DerivedWindow second;
     EXPECT_FALSE(second.SubclassWindow(handle));
@@ -339,8 +344,8 @@ TEST_F(MessageMapTest, CommandRangesIncludeBothEnds) {
 }
 
 TEST_F(MessageMapTest, CommandsComeFromMenusAcceleratorsAndClicks) {
-    Command(7, 0);          // a menu
-    Command(7, 1);          // an accelerator
+    Command(7, 0);  // a menu
+    Command(7, 1);  // an accelerator
     Command(7, BN_CLICKED, handle);
     Command(7, BN_DOUBLECLICKED, handle);  // another notification of a control: no command
     Command(7, 1, handle);

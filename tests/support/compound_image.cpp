@@ -124,7 +124,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
         }
     };
     count(root);
-    const std::vector<uint32_t> entry_order = Order(element_count + layout.unused_entries, layout.shuffle_seed);
+    const std::vector<uint32_t> entry_order =
+        Order(element_count + layout.unused_entries, layout.shuffle_seed);
     std::vector<Record> records(1 + entry_order.size());
     records[0].name = u"Root Entry";
     records[0].type = 5;
@@ -205,7 +206,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
         return sectors;
     };
     // Gives data a chain; the result is its first sector.
-    const auto lay = [&](const std::vector<std::byte>& data, uint32_t length, std::vector<uint32_t>& sectors) {
+    const auto lay = [&](const std::vector<std::byte>& data, uint32_t length,
+                         std::vector<uint32_t>& sectors) {
         sectors = take(length);
         for (size_t i = 0; i < sectors.size(); ++i) {
             links[sectors[i]] = i + 1 == sectors.size() ? kEndMark : sectors[i + 1];
@@ -217,7 +219,8 @@ CompoundImage::CompoundImage(const std::vector<CompoundElement>& root, const Com
         return sectors.empty() ? kEndMark : sectors.front();
     };
 
-    std::vector<Part> parts = {Part::kFat, Part::kDirectory, Part::kMiniFat, Part::kMiniStream, Part::kStreams};
+    std::vector<Part> parts = {Part::kFat, Part::kDirectory, Part::kMiniFat, Part::kMiniStream,
+                               Part::kStreams};
     std::ranges::stable_partition(parts, [&](Part part) { return part != layout.last; });
     std::vector<std::byte> mini_fat(mini_links.size() * 4);
     for (size_t i = 0; i < mini_links.size(); ++i) Put(mini_fat, i * 4, mini_links[i], 4);

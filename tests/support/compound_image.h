@@ -81,7 +81,8 @@ public:
 
     std::vector<std::byte> bytes;
     // Where the parts are, in the order of their chains.
-    std::vector<uint32_t> fat_sectors, difat_sectors, directory_sectors, mini_fat_sectors, mini_stream_sectors;
+    std::vector<uint32_t> fat_sectors, difat_sectors, directory_sectors, mini_fat_sectors,
+        mini_stream_sectors;
 
 private:
     uint32_t sector_size_;
@@ -89,13 +90,14 @@ private:
 };
 
 // Fields of the header.
-constexpr size_t kSectorShiftField = 30, kMiniSectorShiftField = 32, kDirectoryCountField = 40, kFatCountField = 44,
-                 kDirectoryStartField = 48, kMiniCutoffField = 56, kMiniFatStartField = 60, kMiniFatCountField = 64,
-                 kDifatStartField = 68, kDifatCountField = 72, kFatSlotsField = 76;
+constexpr size_t kSectorShiftField = 30, kMiniSectorShiftField = 32, kDirectoryCountField = 40,
+                 kFatCountField = 44, kDirectoryStartField = 48, kMiniCutoffField = 56,
+                 kMiniFatStartField = 60, kMiniFatCountField = 64, kDifatStartField = 68,
+                 kDifatCountField = 72, kFatSlotsField = 76;
 // Fields of a directory entry.
 constexpr size_t kNameSizeField = 64, kTypeField = 66, kColourField = 67, kLeftField = 68, kRightField = 72,
                  kChildField = 76, kStartField = 116, kSizeField = 120, kSizeHighField = 124;
-constexpr uint32_t kDifatMark = 0xFFFFFFFC, kFatMark = 0xFFFFFFFD, kEndMark = 0xFFFFFFFE, kFreeMark = 0xFFFFFFFF,
-                   kNoEntryMark = 0xFFFFFFFF;
+constexpr uint32_t kDifatMark = 0xFFFFFFFC, kFatMark = 0xFFFFFFFD, kEndMark = 0xFFFFFFFE,
+                   kFreeMark = 0xFFFFFFFF, kNoEntryMark = 0xFFFFFFFF;
 
 }  // namespace tavix::test

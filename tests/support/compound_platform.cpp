@@ -103,7 +103,8 @@ void RewriteAll(IStorage* storage, unsigned round) {
     ForEachElement(storage, [&](const STATSTG& element) {
         if (element.type != STGTY_STREAM) {
             Held<IStorage> child;
-            if (SUCCEEDED(storage->OpenStorage(element.pwcsName, nullptr, kMode, nullptr, 0, &child.pointer))) {
+            if (SUCCEEDED(
+                    storage->OpenStorage(element.pwcsName, nullptr, kMode, nullptr, 0, &child.pointer))) {
                 RewriteAll(child.pointer, round + count);
             }
             return true;
@@ -187,7 +188,8 @@ bool WriteWholeFile(const std::wstring& path, std::span<const std::byte> bytes) 
 }
 
 std::vector<std::byte> ReadWholeFile(const std::wstring& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return {};
     std::vector<std::byte> bytes(GetFileSize(file, nullptr));
     DWORD got = 0;
@@ -197,7 +199,8 @@ std::vector<std::byte> ReadWholeFile(const std::wstring& path) {
     return bytes;
 }
 
-bool PlatformWrites(const std::wstring& path, uint32_t sector_size, const std::vector<CompoundElement>& content) {
+bool PlatformWrites(const std::wstring& path, uint32_t sector_size,
+                    const std::vector<CompoundElement>& content) {
     STGOPTIONS options = {};
     options.usVersion = 1;
     options.ulSectorSize = sector_size;
@@ -240,7 +243,8 @@ const char* PlatformCompound::Extends() const {
         if (!ReadAll(root.pointer, u"", before)) return "read";
         if (!WriteNew(root.pointer, L"Missing stream", {})) return "create a stream";
         Held<IStorage> child;
-        if (FAILED(root->CreateStorage(L"Missing storage", kMode, 0, 0, &child.pointer))) return "create a storage";
+        if (FAILED(root->CreateStorage(L"Missing storage", kMode, 0, 0, &child.pointer)))
+            return "create a storage";
         if (!WriteNew(child.pointer, L"Data", {})) return "create a stream in the new storage";
         if (!WriteNew(root.pointer, L"Short", Filled(72))) return "write a short stream";
         if (!WriteNew(child.pointer, L"Long", Filled(9000))) return "write a long stream";

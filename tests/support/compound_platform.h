@@ -25,7 +25,8 @@ bool WriteWholeFile(const std::wstring& path, std::span<const std::byte> bytes);
 std::vector<std::byte> ReadWholeFile(const std::wstring& path);
 
 /* Has the platform make a file with that content; `sector_size` is 512 or 4096. */
-bool PlatformWrites(const std::wstring& path, uint32_t sector_size, const std::vector<CompoundElement>& content);
+bool PlatformWrites(const std::wstring& path, uint32_t sector_size,
+                    const std::vector<CompoundElement>& content);
 
 /* A compound file in the hands of the platform: a file on disk, or bytes in memory, which is faster. */
 class PlatformCompound {

@@ -50,8 +50,8 @@ void Randomise(Bytes& bytes, std::size_t at, std::size_t count, Xorshift& random
 // A number that code is likely to stumble over.
 std::uint32_t Awkward(Xorshift& random) {
     static constexpr std::uint32_t kNumbers[] = {
-        0,          1,          2,          0xFFFFFFFF, 0x80000000, 0x7FFFFFFF, 0x40000000, 0x10000,
-        0xFFFF,     0x8000,     0xFFFFFFFE, 0x20000001, 0x3FFFFFFF, 40,         54,         12,
+        0,      1,      2,          0xFFFFFFFF, 0x80000000, 0x7FFFFFFF, 0x40000000, 0x10000,
+        0xFFFF, 0x8000, 0xFFFFFFFE, 0x20000001, 0x3FFFFFFF, 40,         54,         12,
     };
     return random.Below(4) ? kNumbers[random.Below(std::size(kNumbers))] : random.Next();
 }
@@ -130,9 +130,14 @@ void ResizeStreams(Content& content, Xorshift& random) {
         Bytes& data = SomeStream(content, random).data;
         const auto size = static_cast<std::uint32_t>(data.size());
         switch (random.Below(3)) {
-        case 0: data.resize(random.Below(size + 1)); break;
-        case 1: data.resize(size + 1 + random.Below(8000)); break;
-        default: data.clear();
+            case 0:
+                data.resize(random.Below(size + 1));
+                break;
+            case 1:
+                data.resize(size + 1 + random.Below(8000));
+                break;
+            default:
+                data.clear();
         }
     }
 }
@@ -172,11 +177,20 @@ void DamageNames(Content& content, Xorshift& random) {
         if (field.kind != skinFieldBitmap || place.data->size() < field.offset + sizeof(TSkinName)) continue;
         std::byte* name = place.data->data() + field.offset;
         switch (random.Below(5)) {
-        case 0: std::memset(name, 'x', sizeof(TSkinName)); break;
-        case 1: std::memset(name, 0xFF, sizeof(TSkinName)); break;
-        case 2: std::memset(name, 0, sizeof(TSkinName)); break;
-        case 3: std::memcpy(name, "Data", 5); break;
-        default: Randomise(*place.data, field.offset, sizeof(TSkinName), random);
+            case 0:
+                std::memset(name, 'x', sizeof(TSkinName));
+                break;
+            case 1:
+                std::memset(name, 0xFF, sizeof(TSkinName));
+                break;
+            case 2:
+                std::memset(name, 0, sizeof(TSkinName));
+                break;
+            case 3:
+                std::memcpy(name, "Data", 5);
+                break;
+            default:
+                Randomise(*place.data, field.offset, sizeof(TSkinName), random);
         }
     }
 }

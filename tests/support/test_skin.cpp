@@ -26,19 +26,32 @@ TempFile::~TempFile() {
 
 void* RecordSet::Record(TSkinType kind) {
     switch (kind) {
-    case skinButton: return &button;
-    case skinFrame: return &frame;
-    case skinDialog: return &dialog;
-    case skinToolBar: return &toolBar;
-    case skinCombobox: return &combobox;
-    case skinTabCtrl: return &tabCtrl;
-    case skinHeadCtrl: return &headCtrl;
-    case skinEdit: return &edit;
-    case skinListBox: return &listBox;
-    case skinScrollbar: return &scrollbar;
-    case skinGlobal: return &global;
-    case skinMenu: return &menu;
-    case skinDockBar: return &dockBar;
+        case skinButton:
+            return &button;
+        case skinFrame:
+            return &frame;
+        case skinDialog:
+            return &dialog;
+        case skinToolBar:
+            return &toolBar;
+        case skinCombobox:
+            return &combobox;
+        case skinTabCtrl:
+            return &tabCtrl;
+        case skinHeadCtrl:
+            return &headCtrl;
+        case skinEdit:
+            return &edit;
+        case skinListBox:
+            return &listBox;
+        case skinScrollbar:
+            return &scrollbar;
+        case skinGlobal:
+            return &global;
+        case skinMenu:
+            return &menu;
+        case skinDockBar:
+            return &dockBar;
     }
     return nullptr;
 }
@@ -162,11 +175,10 @@ constexpr DefaultBitmapSize kDefaultBitmapSizes[] = {
 };
 
 constexpr std::pair<DWORD, DWORD> kDefaultSizes[] = {
-    {SZ_FRAME_LEFT, 4},        {SZ_FRAME_RIGHT, 5},       {SZ_FRAME_BOTTOM, 6},   {SZ_FRAME_CAPTION, 24},
-    {SZ_MIN_TRACK_X, 260},     {SZ_MIN_TRACK_Y, 180},     {SZ_FRAME_MENU_STRIP, 20},
-    {SZ_COMBO_SPARE_8, 8},     {SZ_COMBO_SPARE_9, 9},     {SZ_COMBO_SPARE_10, 10}, {SZ_COMBO_SPARE_11, 11},
-    {SZ_DLG_LEFT, 4},          {SZ_DLG_RIGHT, 5},         {SZ_DLG_BOTTOM, 6},     {SZ_DLG_CAPTION, 24},
-    {SZ_HEAD_SPARE, 17},
+    {SZ_FRAME_LEFT, 4},    {SZ_FRAME_RIGHT, 5},     {SZ_FRAME_BOTTOM, 6},      {SZ_FRAME_CAPTION, 24},
+    {SZ_MIN_TRACK_X, 260}, {SZ_MIN_TRACK_Y, 180},   {SZ_FRAME_MENU_STRIP, 20}, {SZ_COMBO_SPARE_8, 8},
+    {SZ_COMBO_SPARE_9, 9}, {SZ_COMBO_SPARE_10, 10}, {SZ_COMBO_SPARE_11, 11},   {SZ_DLG_LEFT, 4},
+    {SZ_DLG_RIGHT, 5},     {SZ_DLG_BOTTOM, 6},      {SZ_DLG_CAPTION, 24},      {SZ_HEAD_SPARE, 17},
 };
 
 RECT ButtonsRect(int left, int top, int width, int height) { return {left, top, width, height}; }
@@ -259,20 +271,27 @@ const char* TestSkin::Write() {
         void* record = records.Record(kind);
         for (const TSkinField& field : *GetSkinRecordLayout(kind)) {
             switch (field.kind) {
-            case skinFieldColour: *SkinNumberAt(record, field) = m_colours.at(field.id); break;
-            case skinFieldSize: *SkinNumberAt(record, field) = m_sizes.at(field.id); break;
-            case skinFieldRect: *SkinRectAt(record, field) = m_buttons.at(field.id); break;
-            case skinFieldBitmap: {
-                const bool large = field.set == skinSetLarge;
-                const auto different = m_largeBitmaps.find(field.id);
-                const Picture& picture =
-                    large && different != m_largeBitmaps.end() ? different->second : m_bitmaps.at(field.id);
-                if (!picture.pixels) break;
-                bitmaps.push_back(MakeBitmap(picture.width, picture.height, picture.pixels));
-                records.SetBitmap(kind, field, (large ? "large" : "bitmap") + std::to_string(field.id),
-                                  bitmaps.back().get());
-                break;
-            }
+                case skinFieldColour:
+                    *SkinNumberAt(record, field) = m_colours.at(field.id);
+                    break;
+                case skinFieldSize:
+                    *SkinNumberAt(record, field) = m_sizes.at(field.id);
+                    break;
+                case skinFieldRect:
+                    *SkinRectAt(record, field) = m_buttons.at(field.id);
+                    break;
+                case skinFieldBitmap: {
+                    const bool large = field.set == skinSetLarge;
+                    const auto different = m_largeBitmaps.find(field.id);
+                    const Picture& picture = large && different != m_largeBitmaps.end()
+                                                 ? different->second
+                                                 : m_bitmaps.at(field.id);
+                    if (!picture.pixels) break;
+                    bitmaps.push_back(MakeBitmap(picture.width, picture.height, picture.pixels));
+                    records.SetBitmap(kind, field, (large ? "large" : "bitmap") + std::to_string(field.id),
+                                      bitmaps.back().get());
+                    break;
+                }
             }
         }
     }

@@ -23,7 +23,8 @@ std::string ReadWhole(const std::filesystem::path& file) {
 
 HANDLE OutputFile(const std::filesystem::path& file) {
     SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-    return ::CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return ::CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 void Append(std::string& bytes, DWORD bigEndian) {
@@ -80,7 +81,8 @@ void WorkFolder::Write(const char* name, const std::string& contents) const {
 std::string WorkFolder::Read(const char* name) const { return ReadWhole(m_path / name); }
 
 SkincRun WorkFolder::Skinc(const std::string& arguments) const {
-    std::wstring line = L"\"" + (ProgramFolder() / "skinc.exe").wstring() + L"\" " + std::wstring(arguments.begin(), arguments.end());
+    std::wstring line = L"\"" + (ProgramFolder() / "skinc.exe").wstring() + L"\" " +
+                        std::wstring(arguments.begin(), arguments.end());
     const std::filesystem::path outputFile = m_path / "skinc.out";
     const std::filesystem::path errorFile = m_path / "skinc.err";
     STARTUPINFOW start{};
@@ -91,7 +93,8 @@ SkincRun WorkFolder::Skinc(const std::string& arguments) const {
     start.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
     PROCESS_INFORMATION process{};
     SkincRun run;
-    const bool started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, m_path.c_str(), &start, &process);
+    const bool started = ::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                          m_path.c_str(), &start, &process);
     EXPECT_TRUE(started) << "skinc.exe does not start";
     if (started) {
         EXPECT_EQ(::WaitForSingleObject(process.hProcess, 60'000), WAIT_OBJECT_0);

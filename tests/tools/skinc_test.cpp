@@ -106,26 +106,44 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"NameNoText", R"({ "name": 5 })", "name", "expected a text"},
         Mistake{"GroupNoObject", R"({ "sizes": 5 })", "sizes", "expected an object"},
         Mistake{"UnknownValue", R"({ "sizes": { "SZ_NONE": 5 } })", "sizes.SZ_NONE", "no such value"},
-        Mistake{"SystemColour", R"({ "colours": { "CLR_TEXT": "#000000" } })", "colours.CLR_TEXT", "remove it"},
-        Mistake{"TwinKey", R"({ "sizes": { "SZ_FRAME_LEFT": 1, "SZ_FRAME_LEFT": 2 } })", "SZ_FRAME_LEFT", "twice"},
-        Mistake{"MissingImage", R"({ "bitmaps": { "BMP_MENU_CHECK": "none.png" } })", "bitmaps.BMP_MENU_CHECK", "does not exist"},
-        Mistake{"NoPath", R"({ "bitmaps": { "BMP_MENU_CHECK": 7 } })", "bitmaps.BMP_MENU_CHECK", "expected the path"},
+        Mistake{"SystemColour", R"({ "colours": { "CLR_TEXT": "#000000" } })", "colours.CLR_TEXT",
+                "remove it"},
+        Mistake{"TwinKey", R"({ "sizes": { "SZ_FRAME_LEFT": 1, "SZ_FRAME_LEFT": 2 } })", "SZ_FRAME_LEFT",
+                "twice"},
+        Mistake{"MissingImage", R"({ "bitmaps": { "BMP_MENU_CHECK": "none.png" } })",
+                "bitmaps.BMP_MENU_CHECK", "does not exist"},
+        Mistake{"NoPath", R"({ "bitmaps": { "BMP_MENU_CHECK": 7 } })", "bitmaps.BMP_MENU_CHECK",
+                "expected the path"},
         Mistake{"NoImage", R"({ "bitmaps": { "BMP_MENU_CHECK": "text.png" } })", "text.png", "PNG or BMP"},
         Mistake{"NoBitmap", R"({ "bitmaps": { "BMP_MENU_CHECK": "text.bmp" } })", "text.bmp", "BMP"},
         Mistake{"CutImage", R"({ "bitmaps": { "BMP_MENU_CHECK": "cut.png" } })", "cut.png", ""},
-        Mistake{"Transparent", R"({ "bitmaps": { "BMP_MENU_CHECK": "glass.png" } })", "glass.png", "key colour"},
-        Mistake{"OneFileForTwoSets", R"({ "bitmaps": { "BMP_SB_TRACK": "tile.png" } })", "bitmaps.BMP_SB_TRACK", "small"},
-        Mistake{"UnknownSet", R"({ "bitmaps": { "BMP_SB_TRACK": { "huge": "tile.png" } } })", "BMP_SB_TRACK.huge", "small or large"},
-        Mistake{"ColourWord", R"({ "colours": { "CLR_HIGHLIGHT": "blue" } })", "colours.CLR_HIGHLIGHT", "#RRGGBB"},
-        Mistake{"ColourShort", R"({ "colours": { "CLR_HIGHLIGHT": "#12345" } })", "colours.CLR_HIGHLIGHT", "#RRGGBB"},
-        Mistake{"ColourNumber", R"({ "colours": { "CLR_HIGHLIGHT": 5 } })", "colours.CLR_HIGHLIGHT", "#RRGGBB"},
-        Mistake{"SizeText", R"({ "sizes": { "SZ_FRAME_LEFT": "5" } })", "sizes.SZ_FRAME_LEFT", "whole number"},
-        Mistake{"SizeBroken", R"({ "sizes": { "SZ_FRAME_LEFT": 1.5 } })", "sizes.SZ_FRAME_LEFT", "whole number"},
-        Mistake{"SizeHuge", R"({ "sizes": { "SZ_FRAME_LEFT": 18446744073709551615 } })", "sizes.SZ_FRAME_LEFT", "whole number"},
-        Mistake{"RectNoObject", R"({ "sizes": { "SZ_DLG_BUTTONS": 5 } })", "sizes.SZ_DLG_BUTTONS", "left, top, width and height"},
-        Mistake{"RectLacks", R"({ "sizes": { "SZ_DLG_BUTTONS": { "left": 1, "top": 1, "width": 1 } } })", "sizes.SZ_DLG_BUTTONS", "height"},
-        Mistake{"RectUnknown", R"({ "sizes": { "SZ_DLG_BUTTONS": { "right": 1 } } })", "SZ_DLG_BUTTONS.right", "left, top, width and height"},
-        Mistake{"RectTooFar", R"({ "sizes": { "SZ_DLG_BUTTONS": { "left": -129, "top": 1, "width": 1, "height": 1 } } })", "SZ_DLG_BUTTONS.left", "-128 to 127"}),
+        Mistake{"Transparent", R"({ "bitmaps": { "BMP_MENU_CHECK": "glass.png" } })", "glass.png",
+                "key colour"},
+        Mistake{"OneFileForTwoSets", R"({ "bitmaps": { "BMP_SB_TRACK": "tile.png" } })",
+                "bitmaps.BMP_SB_TRACK", "small"},
+        Mistake{"UnknownSet", R"({ "bitmaps": { "BMP_SB_TRACK": { "huge": "tile.png" } } })",
+                "BMP_SB_TRACK.huge", "small or large"},
+        Mistake{"ColourWord", R"({ "colours": { "CLR_HIGHLIGHT": "blue" } })", "colours.CLR_HIGHLIGHT",
+                "#RRGGBB"},
+        Mistake{"ColourShort", R"({ "colours": { "CLR_HIGHLIGHT": "#12345" } })", "colours.CLR_HIGHLIGHT",
+                "#RRGGBB"},
+        Mistake{"ColourNumber", R"({ "colours": { "CLR_HIGHLIGHT": 5 } })", "colours.CLR_HIGHLIGHT",
+                "#RRGGBB"},
+        Mistake{"SizeText", R"({ "sizes": { "SZ_FRAME_LEFT": "5" } })", "sizes.SZ_FRAME_LEFT",
+                "whole number"},
+        Mistake{"SizeBroken", R"({ "sizes": { "SZ_FRAME_LEFT": 1.5 } })", "sizes.SZ_FRAME_LEFT",
+                "whole number"},
+        Mistake{"SizeHuge", R"({ "sizes": { "SZ_FRAME_LEFT": 18446744073709551615 } })",
+                "sizes.SZ_FRAME_LEFT", "whole number"},
+        Mistake{"RectNoObject", R"({ "sizes": { "SZ_DLG_BUTTONS": 5 } })", "sizes.SZ_DLG_BUTTONS",
+                "left, top, width and height"},
+        Mistake{"RectLacks", R"({ "sizes": { "SZ_DLG_BUTTONS": { "left": 1, "top": 1, "width": 1 } } })",
+                "sizes.SZ_DLG_BUTTONS", "height"},
+        Mistake{"RectUnknown", R"({ "sizes": { "SZ_DLG_BUTTONS": { "right": 1 } } })", "SZ_DLG_BUTTONS.right",
+                "left, top, width and height"},
+        Mistake{"RectTooFar",
+                R"({ "sizes": { "SZ_DLG_BUTTONS": { "left": -129, "top": 1, "width": 1, "height": 1 } } })",
+                "SZ_DLG_BUTTONS.left", "-128 to 127"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_P(SkincMistake, IsNamedAndLeavesTheOldFileAlone) {
@@ -223,7 +241,9 @@ TEST(SkincInfo, ListsEveryValueWithItsNumberNameAndValue) {
             if (row["name"] == name && row.value("set", "") == set) return row;
         return {};
     };
-#define EXPECT_LISTED(number, name, record, use) EXPECT_EQ(find(#name, number >= 79 && number <= 92 && #name[0] == 'B' ? "large" : "").value("id", -1), number);
+#define EXPECT_LISTED(number, name, record, use)                                                           \
+    EXPECT_EQ(find(#name, number >= 79 && number <= 92 && #name[0] == 'B' ? "large" : "").value("id", -1), \
+              number);
     TAVIX_BITMAP_IDS(EXPECT_LISTED)
     TAVIX_COLOUR_IDS(EXPECT_LISTED)
     TAVIX_SIZE_IDS(EXPECT_LISTED)
@@ -258,11 +278,16 @@ TEST(SkincCheck, NamesEachMistake) {
     std::filesystem::copy_file(skin.Write(), folder / "x.skn");
     const SkincRun run = folder.Skinc("check x.skn");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.output.find("BMP_FRAME_MAX_HOT: the state is missing, and shows BMP_FRAME_MAX_NORMAL"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("BMP_FRAME_MAX_HOT: the state is missing, and shows BMP_FRAME_MAX_NORMAL"),
+              std::string::npos)
+        << run.output;
     EXPECT_NE(run.output.find("BMP_LIST_TOP: the slot is empty"), std::string::npos);
-    EXPECT_NE(run.output.find("BMP_DLG_CLOSE_DOWN: is 9x9, but BMP_DLG_CLOSE_NORMAL is 16x16"), std::string::npos);
-    EXPECT_NE(run.output.find("SZ_FRAME_BUTTONS.left: -200 does not survive packing and becomes 56"), std::string::npos);
-    EXPECT_EQ(run.output.find("BMP_DOCK_31"), std::string::npos) << "nobody in the library misses a dock bar bitmap";
+    EXPECT_NE(run.output.find("BMP_DLG_CLOSE_DOWN: is 9x9, but BMP_DLG_CLOSE_NORMAL is 16x16"),
+              std::string::npos);
+    EXPECT_NE(run.output.find("SZ_FRAME_BUTTONS.left: -200 does not survive packing and becomes 56"),
+              std::string::npos);
+    EXPECT_EQ(run.output.find("BMP_DOCK_31"), std::string::npos)
+        << "nobody in the library misses a dock bar bitmap";
 }
 
 TEST(SkincCheck, AMinusHundredAndTwentyEightSurvives) {

@@ -76,7 +76,8 @@ TEST(LibraryFile, ExportsTheSevenFunctionsUndecorated) {
         EXPECT_EQ(std::count(exports.begin(), exports.end(), name), 1) << name;
         // Nor in a form that only some compilers' hosts would find.
         for (const char* prefix : {"_", "__"})
-            EXPECT_EQ(std::count(exports.begin(), exports.end(), std::string(prefix) + name), 0) << prefix << name;
+            EXPECT_EQ(std::count(exports.begin(), exports.end(), std::string(prefix) + name), 0)
+                << prefix << name;
         for (const std::string& other : exports)
             EXPECT_NE(other.find(std::string(name) + "@"), 0u) << other << " is no cdecl name";
     }
@@ -84,45 +85,91 @@ TEST(LibraryFile, ExportsTheSevenFunctionsUndecorated) {
 
 // The compiler's scheme writes each part of a name after its length: the owner's, then the member's.
 bool HasMember(const std::vector<std::string>& exports, const std::string& owner, const std::string& member) {
-    return std::any_of(exports.begin(), exports.end(),
-                       [&](const std::string& name) { return name.find(owner + member) != std::string::npos; });
+    return std::any_of(exports.begin(), exports.end(), [&](const std::string& name) {
+        return name.find(owner + member) != std::string::npos;
+    });
 }
 
 TEST(LibraryFile, ExportsTheMembersOfTheEngine) {
     Library library;
     const std::vector<std::string> exports = ModuleTables(library.Module()).Exports();
-    for (const char* member :
-         {"11InstallSkin", "13UnInstallSkin", "8LoadSkin", "10UnLoadSkin", "10SetNewSkin", "10AddControl",
-          "12AddControl_1", "17GetTavixSkinColor", "15GetTavixSkinBmp", "16GetTavixSkinSize", "14GetSkinWndList",
-          "18GetRegistedSkinWnd", "15RegisterSkinWnd", "17UnRegisterSkinWnd", "19GetHookedThreadList",
-          "17GetThreadSkinData", "15IsSkinnedThread", "22GetGloalTavixSkinColor", "20GetGloalTavixSkinBmp",
-          "21GetGloalTavixSkinSize", "C1Ev", "D0Ev", "D1Ev"})
+    for (const char* member : {"11InstallSkin",
+                               "13UnInstallSkin",
+                               "8LoadSkin",
+                               "10UnLoadSkin",
+                               "10SetNewSkin",
+                               "10AddControl",
+                               "12AddControl_1",
+                               "17GetTavixSkinColor",
+                               "15GetTavixSkinBmp",
+                               "16GetTavixSkinSize",
+                               "14GetSkinWndList",
+                               "18GetRegistedSkinWnd",
+                               "15RegisterSkinWnd",
+                               "17UnRegisterSkinWnd",
+                               "19GetHookedThreadList",
+                               "17GetThreadSkinData",
+                               "15IsSkinnedThread",
+                               "22GetGloalTavixSkinColor",
+                               "20GetGloalTavixSkinBmp",
+                               "21GetGloalTavixSkinSize",
+                               "C1Ev",
+                               "D0Ev",
+                               "D1Ev"})
         EXPECT_TRUE(HasMember(exports, "N10CTavixSkin", member)) << member;
 }
 
 TEST(LibraryFile, ExportsTheReaderAndWriterOfSkinFiles) {
     Library library;
     const std::vector<std::string> exports = ModuleTables(library.Module()).Exports();
-    for (const char* member :
-         {"8LoadSkin", "10SaveToSkin", "12LoadSkinItem", "12SaveSkinItem", "11SetSkinFace", "10UnLoadSkin",
-          "11OpenRootStg", "10OpenSubStg", "7OpenStm", "11ReadFromStm", "10WriteToStm", "14LoadBmpFromStm",
-          "13WriteBmpToStm", "11RectToDword",
-          "15LoadSkinBtnInfo", "17LoadSkinFrameInfo", "18LoadSkinDialogInfo", "19LoadSkinToolBarInfo",
-          "20LoadSkinComboboxInfo", "19LoadSkinTabCtrlInfo", "20LoadSkinHeadCtrlInfo", "20LoadSkinEditCtrlInfo",
-          "23LoadSkinListBoxCtrlInfo", "21LoadSkinScrollBarInfo", "18LoadSkinGlobalInfo", "16LoadSkinMenuInfo",
-          "19LoadSkinDockBarInfo",
-          "15SaveSkinBtnInfo", "17SaveSkinFrameInfo", "18SaveSkinDialogInfo", "19SaveSkinToolBarInfo",
-          "20SaveSkinComboboxInfo", "19SaveSkinTabCtrlInfo", "20SaveSkinHeadCtrlInfo", "17SaveSkinEditlInfo",
-          "19SaveSkinListBoxInfo", "21SaveSkinScrollBarInfo", "18SaveSkinGlobalInfo", "16SaveSkinMenuInfo",
-          "19SaveSkinDockBarInfo"})
+    for (const char* member : {"8LoadSkin",
+                               "10SaveToSkin",
+                               "12LoadSkinItem",
+                               "12SaveSkinItem",
+                               "11SetSkinFace",
+                               "10UnLoadSkin",
+                               "11OpenRootStg",
+                               "10OpenSubStg",
+                               "7OpenStm",
+                               "11ReadFromStm",
+                               "10WriteToStm",
+                               "14LoadBmpFromStm",
+                               "13WriteBmpToStm",
+                               "11RectToDword",
+                               "15LoadSkinBtnInfo",
+                               "17LoadSkinFrameInfo",
+                               "18LoadSkinDialogInfo",
+                               "19LoadSkinToolBarInfo",
+                               "20LoadSkinComboboxInfo",
+                               "19LoadSkinTabCtrlInfo",
+                               "20LoadSkinHeadCtrlInfo",
+                               "20LoadSkinEditCtrlInfo",
+                               "23LoadSkinListBoxCtrlInfo",
+                               "21LoadSkinScrollBarInfo",
+                               "18LoadSkinGlobalInfo",
+                               "16LoadSkinMenuInfo",
+                               "19LoadSkinDockBarInfo",
+                               "15SaveSkinBtnInfo",
+                               "17SaveSkinFrameInfo",
+                               "18SaveSkinDialogInfo",
+                               "19SaveSkinToolBarInfo",
+                               "20SaveSkinComboboxInfo",
+                               "19SaveSkinTabCtrlInfo",
+                               "20SaveSkinHeadCtrlInfo",
+                               "17SaveSkinEditlInfo",
+                               "19SaveSkinListBoxInfo",
+                               "21SaveSkinScrollBarInfo",
+                               "18SaveSkinGlobalInfo",
+                               "16SaveSkinMenuInfo",
+                               "19SaveSkinDockBarInfo"})
         EXPECT_TRUE(HasMember(exports, "N12CSkinStorage", member)) << member;
     for (const char* member : {"C1Ev", "D1Ev", "aSERKS_", "5ClearEv"})
         EXPECT_TRUE(HasMember(exports, "N11TSkinThemes", member)) << member;
 }
 
 TEST(LibraryFile, ImportsNothingButTheSystem) {
-    const std::set<std::string> allowed{"KERNEL32.DLL", "USER32.DLL",  "GDI32.DLL",    "COMCTL32.DLL",
-                                        "OLE32.DLL",    "SHLWAPI.DLL", "MSIMG32.DLL",  "IMAGEHLP.DLL",
+    const std::set<std::string> allowed{"KERNEL32.DLL", "USER32.DLL",  "GDI32.DLL",   "COMCTL32.DLL",
+                                        "OLE32.DLL",    "SHLWAPI.DLL", "MSIMG32.DLL", "IMAGEHLP.DLL",
                                         "ADVAPI32.DLL", "MSVCRT.DLL",  "UCRTBASE.DLL"};
     Library library;
     const std::set<std::string> imports = ModuleTables(library.Module()).ImportedModules();
@@ -216,12 +263,12 @@ public:
         cls.hInstance = ::GetModuleHandleA(nullptr);
         cls.lpszClassName = "Tavix_PaneA";
         ::RegisterClassA(&cls);
-        frame = ::CreateWindowExA(0, "Tavix_PaneA", "frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40, 40, 300, 200,
-                                  nullptr, nullptr, cls.hInstance, nullptr);
-        button = ::CreateWindowExA(0, "BUTTON", "button", WS_CHILD | WS_VISIBLE, 10, 10, 80, 25, frame, nullptr,
-                                   cls.hInstance, nullptr);
-        dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 80, 80,
-                                   200, 120, frame, nullptr, cls.hInstance, nullptr);
+        frame = ::CreateWindowExA(0, "Tavix_PaneA", "frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40, 40, 300,
+                                  200, nullptr, nullptr, cls.hInstance, nullptr);
+        button = ::CreateWindowExA(0, "BUTTON", "button", WS_CHILD | WS_VISIBLE, 10, 10, 80, 25, frame,
+                                   nullptr, cls.hInstance, nullptr);
+        dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE, 80,
+                                   80, 200, 120, frame, nullptr, cls.hInstance, nullptr);
         EXPECT_TRUE(frame && button && dialog);
         Paint();
     }
@@ -231,7 +278,8 @@ public:
 
     void Paint() const {
         ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
-        ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
+        ::RedrawWindow(dialog, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
         MSG message;
         while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
     }
@@ -244,8 +292,9 @@ public:
     // Whether the procedure of a window lies in the library.
     static bool IsIn(HMODULE module, HWND window) {
         HMODULE owner = nullptr;
-        ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                             reinterpret_cast<const char*>(::GetWindowLongPtrA(window, GWLP_WNDPROC)), &owner);
+        ::GetModuleHandleExA(
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            reinterpret_cast<const char*>(::GetWindowLongPtrA(window, GWLP_WNDPROC)), &owner);
         return owner == module;
     }
 

@@ -134,8 +134,8 @@ protected:
     ~WholeLibrary() override { library.uninstall(); }
 
     HWND MakeFrame() {
-        HWND frame = ::CreateWindowExA(0, "Tavix_PaneA", "Whole", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 150, 150, 400, 300,
-                                       nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
+        HWND frame = ::CreateWindowExA(0, "Tavix_PaneA", "Whole", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 150, 150,
+                                       400, 300, nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
         EXPECT_TRUE(BringToFront(frame));
         return frame;
     }
@@ -226,10 +226,12 @@ TEST_F(WholeLibrary, ADialogClicksAndCloses) {
     resource.head.x = resource.head.y = 60;
     resource.head.cx = 160;
     resource.head.cy = 90;
-    HWND dialog = ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &resource.head, nullptr, &DialogProc, 0);
+    HWND dialog =
+        ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &resource.head, nullptr, &DialogProc, 0);
     ASSERT_TRUE(dialog);
-    HWND box = ::CreateWindowExA(0, "Button", "Check", WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX, 20, 20, 120, 24, dialog,
-                                 reinterpret_cast<HMENU>(static_cast<UINT_PTR>(9)), nullptr, nullptr);
+    HWND box =
+        ::CreateWindowExA(0, "Button", "Check", WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX, 20, 20, 120, 24,
+                          dialog, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(9)), nullptr, nullptr);
     EXPECT_TRUE(BringToFront(dialog));
     Click(MiddleOf(box));
     EXPECT_TRUE(PumpUntil([&] { return ::SendMessageA(box, BM_GETCHECK, 0, 0) == BST_CHECKED; }));
@@ -240,7 +242,8 @@ TEST_F(WholeLibrary, ADialogClicksAndCloses) {
 
 TEST_F(WholeLibrary, TheSkinChangesWhileAllOfThemAreOpen) {
     HWND frame = MakeFrame();
-    HWND button = ::CreateWindowExA(0, "Button", "Stay", WS_CHILD | WS_VISIBLE, 40, 40, 120, 30, frame, nullptr, nullptr, nullptr);
+    HWND button = ::CreateWindowExA(0, "Button", "Stay", WS_CHILD | WS_VISIBLE, 40, 40, 120, 30, frame,
+                                    nullptr, nullptr, nullptr);
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(library.setSkin(BundledSkin().c_str()), 1);
         Pump();

@@ -23,7 +23,8 @@ public:
 
     const std::filesystem::path& Path() const { return m_pending; }
     bool Finish() const {
-        return ::MoveFileExW(m_pending.c_str(), m_output.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+        return ::MoveFileExW(m_pending.c_str(), m_output.c_str(),
+                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
     }
 
 private:
@@ -45,9 +46,11 @@ int Build(const std::filesystem::path& manifestFile, const std::filesystem::path
     TSkinThemes themes = manifest.Values().Themes();
     CSkinStorage storage;
     if (!storage.SaveToSkin(pending.Path().string().c_str(), &themes))
-        throw ToolError(output.string(), "can't be written; expected a path in a folder that exists and is writable");
+        throw ToolError(output.string(),
+                        "can't be written; expected a path in a folder that exists and is writable");
     if (!pending.Finish())
-        throw ToolError(output.string(), "can't be replaced; close the program that uses it, or make it writable");
+        throw ToolError(output.string(),
+                        "can't be replaced; close the program that uses it, or make it writable");
     std::printf("%s\n", output.string().c_str());
     return 0;
 }

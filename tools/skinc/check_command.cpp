@@ -71,7 +71,8 @@ private:
         }
         if (!IsNeeded(bitmap.field->id)) return;
         const std::string what = IsState(bitmap.field->id) ? "the state is missing" : "the slot is empty";
-        Report(Key(bitmap), what + (bitmap.effective ? ", and shows " + Key(*bitmap.effective) : ", and shows nothing"));
+        Report(Key(bitmap),
+               what + (bitmap.effective ? ", and shows " + Key(*bitmap.effective) : ", and shows nothing"));
     }
 
     void CheckSizes(const Turns& turns, TSkinFieldSet set) {
@@ -80,8 +81,11 @@ private:
         if (!first || (first->field->set == skinSetBoth && set == skinSetLarge) || !first->readable) return;
         for (int i = 1; i < turns.count; ++i) {
             const StoredBitmap* other = m_skin.Bitmap(turns.first + turns.step * static_cast<DWORD>(i), set);
-            if (!other || !other->readable || (other->width == first->width && other->height == first->height)) continue;
-            Report(Key(*other), "is " + Size(*other) + ", but " + Key(*first) + " is " + Size(*first) + "; expected one size");
+            if (!other || !other->readable ||
+                (other->width == first->width && other->height == first->height))
+                continue;
+            Report(Key(*other), "is " + Size(*other) + ", but " + Key(*first) + " is " + Size(*first) +
+                                    "; expected one size");
         }
     }
 
@@ -102,8 +106,8 @@ private:
         for (const auto& m : members) {
             if (m.stored == m.kept) continue;
             Report(std::string(FindValue(SizeNames(), id)->name) + "." + m.name,
-                   std::to_string(m.stored) + " does not survive packing and becomes " + std::to_string(m.kept) +
-                       "; expected -128 to 127");
+                   std::to_string(m.stored) + " does not survive packing and becomes " +
+                       std::to_string(m.kept) + "; expected -128 to 127");
         }
     }
 

@@ -33,7 +33,8 @@ void WriteFile(const std::filesystem::path& file, const char* bytes, std::size_t
 }
 
 // The stream as it is, so that depth and colours stay. The result is the path in the manifest.
-std::string WriteImage(const StoredBitmap& bitmap, const ValueName& value, const std::filesystem::path& folder) {
+std::string WriteImage(const StoredBitmap& bitmap, const ValueName& value,
+                       const std::filesystem::path& folder) {
     const std::string path =
         Lower(bitmap.layout->storage) + "/" + Lower(StreamName(value.name, bitmap.field->set)) + ".bmp";
     WriteFile(folder / path, reinterpret_cast<const char*>(bitmap.image.data()), bitmap.image.size());
@@ -46,8 +47,8 @@ ordered_json Bitmaps(const SkinFile& skin, const std::filesystem::path& folder) 
         for (const StoredBitmap& bitmap : skin.Bitmaps()) {
             if (bitmap.field->id != value.id || bitmap.image.empty()) continue;
             if (!bitmap.readable) {
-                std::fprintf(stderr, "skinc: %s: its stream '%s' is no BMP image and is left out\n", value.name,
-                             bitmap.stream.c_str());
+                std::fprintf(stderr, "skinc: %s: its stream '%s' is no BMP image and is left out\n",
+                             value.name, bitmap.stream.c_str());
                 continue;
             }
             const std::string path = WriteImage(bitmap, value, folder);
@@ -71,7 +72,8 @@ ordered_json Colours(SkinFile& skin) {
         if (colour > 0xFFFFFF)
             std::snprintf(text, sizeof text, "0x%08lX", colour);
         else
-            std::snprintf(text, sizeof text, "#%02X%02X%02X", GetRValue(colour), GetGValue(colour), GetBValue(colour));
+            std::snprintf(text, sizeof text, "#%02X%02X%02X", GetRValue(colour), GetGValue(colour),
+                          GetBValue(colour));
         colours[value.name] = text;
     }
     return colours;

@@ -40,26 +40,26 @@ public:
 
     std::unique_ptr<CBitmap> Read() {
         Com<IWICImagingFactory> factory;
-        Check(::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                                 reinterpret_cast<void**>(factory.Out())),
+        Check(::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                 IID_IWICImagingFactory, reinterpret_cast<void**>(factory.Out())),
               "the platform's imaging component is not to be had");
         Com<IWICBitmapDecoder> decoder;
-        Check(factory->CreateDecoderFromFilename(m_file.c_str(), nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
-                                                 decoder.Out()),
+        Check(factory->CreateDecoderFromFilename(m_file.c_str(), nullptr, GENERIC_READ,
+                                                 WICDecodeMetadataCacheOnDemand, decoder.Out()),
               "is no image that can be read; a PNG or BMP file was expected");
         Com<IWICBitmapFrameDecode> frame;
         Check(decoder->GetFrame(0, frame.Out()), "holds no picture; a PNG or BMP file was expected");
         Com<IWICFormatConverter> converter;
         Check(factory->CreateFormatConverter(converter.Out()), "the platform can't convert images");
-        Check(converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone, nullptr, 0.0,
-                                    WICBitmapPaletteTypeCustom),
+        Check(converter->Initialize(frame.Get(), GUID_WICPixelFormat32bppBGRA, WICBitmapDitherTypeNone,
+                                    nullptr, 0.0, WICBitmapPaletteTypeCustom),
               "is in a form that the platform can't convert; save it as 24-bit PNG");
         UINT width = 0;
         UINT height = 0;
         Check(converter->GetSize(&width, &height), "has no size");
         if (width == 0 || height == 0 || width > kMaxSide || height > kMaxSide)
-            Fail("is " + std::to_string(width) + "x" + std::to_string(height) + "; 1 to " + std::to_string(kMaxSide) +
-                 " pixels a side were expected");
+            Fail("is " + std::to_string(width) + "x" + std::to_string(height) + "; 1 to " +
+                 std::to_string(kMaxSide) + " pixels a side were expected");
         std::vector<BYTE> pixels(std::size_t{width} * height * 4);
         Check(converter->CopyPixels(nullptr, width * 4, static_cast<UINT>(pixels.size()), pixels.data()),
               "is damaged; save it anew");
@@ -83,7 +83,8 @@ private:
         info.bmiHeader.biBitCount = 24;
         void* bits = nullptr;
         auto bitmap = std::make_unique<CBitmap>();
-        if (!bitmap->Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0))) Fail("is too large");
+        if (!bitmap->Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0)))
+            Fail("is too large");
         const std::size_t stride = (std::size_t{width} * 3 + 3) & ~std::size_t{3};
         for (UINT y = 0; y < height; ++y) {
             const BYTE* from = pixels.data() + std::size_t{y} * width * 4;
@@ -109,15 +110,19 @@ bool HasExtension(const std::filesystem::path& file, const wchar_t* extension) {
 
 }  // namespace
 
-std::unique_ptr<CBitmap> ReadImage(const std::filesystem::path& file, const std::string& manifest, const std::string& key) {
+std::unique_ptr<CBitmap> ReadImage(const std::filesystem::path& file, const std::string& manifest,
+                                   const std::string& key) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error))
-        throw ToolError(manifest, key, "'" + file.string() + "' does not exist; a PNG or BMP file was expected");
+        throw ToolError(manifest, key,
+                        "'" + file.string() + "' does not exist; a PNG or BMP file was expected");
     if (HasExtension(file, L".bmp")) {
         auto bitmap = std::make_unique<CBitmap>();
         constexpr UINT kFlags = LR_LOADFROMFILE | LR_CREATEDIBSECTION;
         if (bitmap->Attach(::LoadImageW(nullptr, file.c_str(), IMAGE_BITMAP, 0, 0, kFlags))) return bitmap;
-        throw ToolError(manifest, key, "'" + file.string() + "' is no bitmap that can be read; an uncompressed BMP file was expected");
+        throw ToolError(
+            manifest, key,
+            "'" + file.string() + "' is no bitmap that can be read; an uncompressed BMP file was expected");
     }
     return PngReader(file, manifest, key).Read();
 }

@@ -14,6 +14,7 @@ namespace skinc {
  * ToolError, naming `manifest` and `key`, for a file that is missing, no image, or partly
  * transparent.
  */
-std::unique_ptr<CBitmap> ReadImage(const std::filesystem::path& file, const std::string& manifest, const std::string& key);
+std::unique_ptr<CBitmap> ReadImage(const std::filesystem::path& file, const std::string& manifest,
+                                   const std::string& key);
 
 }  // namespace skinc

@@ -12,7 +12,8 @@ using nlohmann::ordered_json;
 namespace {
 
 ordered_json Row(const char* kind, const ValueName& value) {
-    return {{"kind", kind}, {"id", value.id}, {"name", value.name}, {"record", value.record}, {"use", value.use}};
+    return {
+        {"kind", kind}, {"id", value.id}, {"name", value.name}, {"record", value.record}, {"use", value.use}};
 }
 
 void AddBitmaps(ordered_json& rows, const SkinFile& skin) {
@@ -69,7 +70,8 @@ std::string ValueText(const ordered_json& row) {
     if (row["kind"] == "bitmap") {
         const std::string set = row.contains("set") ? " (" + row["set"].get<std::string>() + ")" : "";
         if (row.contains("shows"))
-            return "-" + set + (row["shows"].is_null() ? " nothing" : " shows " + row["shows"].get<std::string>());
+            return "-" + set +
+                   (row["shows"].is_null() ? " nothing" : " shows " + row["shows"].get<std::string>());
         if (!row["readable"].get<bool>()) return "unreadable" + set;
         std::snprintf(text, sizeof text, "%ldx%ldx%d%s", row["width"].get<long>(), row["height"].get<long>(),
                       row["depth"].get<int>(), set.c_str());
@@ -97,8 +99,9 @@ int Info(const std::filesystem::path& skinPath, bool asJson) {
         return 0;
     }
     for (const ordered_json& row : rows)
-        std::printf("%-6s %3d  %-27s %-34s %s\n", row["kind"].get<std::string>().c_str(), row["id"].get<int>(),
-                    row["name"].get<std::string>().c_str(), ValueText(row).c_str(), row["use"].get<std::string>().c_str());
+        std::printf("%-6s %3d  %-27s %-34s %s\n", row["kind"].get<std::string>().c_str(),
+                    row["id"].get<int>(), row["name"].get<std::string>().c_str(), ValueText(row).c_str(),
+                    row["use"].get<std::string>().c_str());
     return 0;
 }
 

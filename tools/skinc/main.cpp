@@ -37,7 +37,8 @@ int Run(int argc, char** argv) {
     CLI::App* info = app.add_subcommand("info", "List every value of a skin file");
     info->add_option("SKIN", input, "The skin file")->required();
     info->add_flag("--json", asJson, "As JSON");
-    CLI::App* check = app.add_subcommand("check", "Look for mistakes in a skin file; exit code 1 if there are any");
+    CLI::App* check =
+        app.add_subcommand("check", "Look for mistakes in a skin file; exit code 1 if there are any");
     check->add_option("SKIN", input, "The skin file")->required();
 
     try {

@@ -44,7 +44,8 @@ public:
     }
 
 private:
-    using ReadValue = void (ManifestReader::*)(const std::string& key, const ValueName& value, const json& source);
+    using ReadValue = void (ManifestReader::*)(const std::string& key, const ValueName& value,
+                                               const json& source);
 
     [[noreturn]] void Fail(const std::string& key, const std::string& message) const {
         throw ToolError(m_file, key, message);
@@ -73,7 +74,8 @@ private:
         }
     }
 
-    void ReadGroup(const std::string& group, const json& values, const std::vector<ValueName>& names, ReadValue read) {
+    void ReadGroup(const std::string& group, const json& values, const std::vector<ValueName>& names,
+                   ReadValue read) {
         if (!values.is_object()) Fail(group, "expected an object from value names to values");
         for (const auto& [key, source] : values.items()) {
             const ValueName* known = nullptr;
@@ -81,7 +83,8 @@ private:
                 if (key == row.name) known = &row;
             const std::string place = group + "." + key;
             if (!known) Fail(place, "no such value; 'skinc info' lists the names");
-            if (std::strcmp(known->record, "none") == 0) Fail(place, "is set by the library, not by a skin; remove it");
+            if (std::strcmp(known->record, "none") == 0)
+                Fail(place, "is set by the library, not by a skin; remove it");
             (this->*read)(place, *known, source);
         }
     }
@@ -102,10 +105,13 @@ private:
         }
     }
 
-    void PutBitmap(const std::string& key, const ValueName& value, const FieldPlace& place, const json& file) {
-        if (!file.is_string() || file.get<std::string>().empty()) Fail(key, "expected the path of a PNG or BMP file");
+    void PutBitmap(const std::string& key, const ValueName& value, const FieldPlace& place,
+                   const json& file) {
+        if (!file.is_string() || file.get<std::string>().empty())
+            Fail(key, "expected the path of a PNG or BMP file");
         const auto text = file.get<std::string>();
-        const std::filesystem::path image = m_path.parent_path() / std::filesystem::path(std::u8string(text.begin(), text.end()));
+        const std::filesystem::path image =
+            m_path.parent_path() / std::filesystem::path(std::u8string(text.begin(), text.end()));
         std::unique_ptr<CBitmap> bitmap = ReadImage(image, m_file, key);
         void* record = m_manifest.m_records.Image(place.layout->kind);
         const std::string stream = StreamName(value.name, place.field->set);
@@ -136,7 +142,8 @@ private:
         if (place.field->kind == skinFieldRect)
             *SkinRectAt(record, *place.field) = Rectangle(key, source);
         else
-            *SkinNumberAt(record, *place.field) = static_cast<DWORD>(Integer(key, source, INT32_MIN, INT32_MAX));
+            *SkinNumberAt(record, *place.field) =
+                static_cast<DWORD>(Integer(key, source, INT32_MIN, INT32_MAX));
     }
 
     RECT Rectangle(const std::string& key, const json& source) const {
@@ -158,9 +165,12 @@ private:
 
     LONG Integer(const std::string& key, const json& source, long long least, long long most) const {
         const bool inRange = source.is_number_integer() &&
-                             !(source.is_number_unsigned() && source.get<std::uint64_t>() > static_cast<std::uint64_t>(most)) &&
+                             !(source.is_number_unsigned() &&
+                               source.get<std::uint64_t>() > static_cast<std::uint64_t>(most)) &&
                              source.get<long long>() >= least && source.get<long long>() <= most;
-        if (!inRange) Fail(key, "expected a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+        if (!inRange)
+            Fail(key,
+                 "expected a whole number from " + std::to_string(least) + " to " + std::to_string(most));
         return static_cast<LONG>(source.get<long long>());
     }
 

@@ -51,9 +51,12 @@ FieldPlace NumberField(bool colour, DWORD id) {
 
 std::string SetName(TSkinFieldSet set) {
     switch (set) {
-        case skinSetSmall: return "small";
-        case skinSetLarge: return "large";
-        default: return "";
+        case skinSetSmall:
+            return "small";
+        case skinSetLarge:
+            return "large";
+        default:
+            return "";
     }
 }
 

@@ -36,7 +36,8 @@ private:
 
 std::wstring Widen(const std::string& text) {
     std::wstring wide(text.size() + 1, L'\0');
-    const int length = ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
+    const int length =
+        ::MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
     wide.resize(length > 0 ? static_cast<std::size_t>(length) - 1 : 0);
     return wide;
 }
@@ -45,7 +46,8 @@ std::wstring Widen(const std::string& text) {
 std::vector<std::byte> ReadStream(IStorage* parent, const std::wstring& name) {
     constexpr ULONGLONG kMaxStream = 1u << 28;
     Open<IStream> stream;
-    if (name.empty() || FAILED(parent->OpenStream(name.c_str(), nullptr, kReadMode, 0, stream.Out()))) return {};
+    if (name.empty() || FAILED(parent->OpenStream(name.c_str(), nullptr, kReadMode, 0, stream.Out())))
+        return {};
     STATSTG facts{};
     if (FAILED(stream->Stat(&facts, STATFLAG_NONAME)) || facts.cbSize.QuadPart > kMaxStream) return {};
     std::vector<std::byte> bytes(static_cast<std::size_t>(facts.cbSize.QuadPart));
@@ -77,11 +79,13 @@ RECT PackedAndUnpacked(const RECT& rect) {
 
 SkinFile::SkinFile(const std::filesystem::path& file) : m_file(file.string()) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error)) throw ToolError(m_file, "does not exist; expected a skin file");
+    if (!std::filesystem::is_regular_file(file, error))
+        throw ToolError(m_file, "does not exist; expected a skin file");
     Open<IStorage> root;
     if (!tavix::IsSoundCompoundFile(file.c_str()) ||
         FAILED(::StgOpenStorage(file.c_str(), nullptr, kReadMode, nullptr, 0, root.Out())))
-        throw ToolError(m_file, "is no skin file, damaged, or in use; expected a compound file made by 'skinc build'");
+        throw ToolError(
+            m_file, "is no skin file, damaged, or in use; expected a compound file made by 'skinc build'");
     Open<IStream> header;
     if (FAILED(root->OpenStream(L"SkinInfo", nullptr, kReadMode, 0, header.Out())))
         throw ToolError(m_file, "has no stream SkinInfo; expected a skin file made by 'skinc build'");
@@ -93,7 +97,8 @@ void SkinFile::ReadRecord(IStorage* root, const TSkinRecordLayout& layout) {
     Open<IStorage> storage;
     const std::wstring name = Widen(layout.storage);
     root->OpenStorage(name.c_str(), nullptr, kReadMode, nullptr, 0, storage.Out());
-    const std::vector<std::byte> data = storage ? ReadStream(storage.Get(), L"Data") : std::vector<std::byte>();
+    const std::vector<std::byte> data =
+        storage ? ReadStream(storage.Get(), L"Data") : std::vector<std::byte>();
     if (data.size() != layout.size) m_broken.emplace_back(layout.storage);
     std::vector<std::byte>& record = m_records.Bytes(layout.kind);
     std::copy_n(data.begin(), std::min(data.size(), record.size()), record.begin());
@@ -116,7 +121,8 @@ void SkinFile::Carry() {
     for (const TSkinFieldSet set : {skinSetSmall, skinSetLarge}) {
         const StoredBitmap* last = nullptr;
         for (StoredBitmap& bitmap : m_bitmaps) {
-            if (bitmap.field == &bitmap.layout->fields[0] || (last && last->layout != bitmap.layout)) last = nullptr;
+            if (bitmap.field == &bitmap.layout->fields[0] || (last && last->layout != bitmap.layout))
+                last = nullptr;
             if (bitmap.field->set != skinSetBoth && bitmap.field->set != set) continue;
             if (!bitmap.image.empty()) last = &bitmap;
             bitmap.effective = last;
@@ -126,7 +132,8 @@ void SkinFile::Carry() {
 
 const StoredBitmap* SkinFile::Bitmap(DWORD id, TSkinFieldSet set) const {
     for (const StoredBitmap& bitmap : m_bitmaps)
-        if (bitmap.field->id == id && (bitmap.field->set == skinSetBoth || bitmap.field->set == set)) return &bitmap;
+        if (bitmap.field->id == id && (bitmap.field->set == skinSetBoth || bitmap.field->set == set))
+            return &bitmap;
     return nullptr;
 }
 

@@ -9,7 +9,8 @@ namespace skinc {
 /* Ends the command with exit code 2. The message tells the user what to do. */
 class ToolError : public std::runtime_error {
 public:
-    ToolError(const std::string& file, const std::string& message) : std::runtime_error(file + ": " + message) {}
+    ToolError(const std::string& file, const std::string& message)
+        : std::runtime_error(file + ": " + message) {}
     ToolError(const std::string& file, const std::string& key, const std::string& message)
         : std::runtime_error(file + ": " + key + ": " + message) {}
 };

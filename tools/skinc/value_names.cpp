@@ -24,7 +24,8 @@ const std::vector<ValueName>& SizeNames() {
 }
 
 const ValueName* FindValue(const std::vector<ValueName>& names, DWORD id) {
-    const auto found = std::find_if(names.begin(), names.end(), [id](const ValueName& row) { return row.id == id; });
+    const auto found =
+        std::find_if(names.begin(), names.end(), [id](const ValueName& row) { return row.id == id; });
     return found == names.end() ? nullptr : &*found;
 }
 

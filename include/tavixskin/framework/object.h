@@ -14,8 +14,8 @@ class CObject;
 /* What a class knows of itself at run time. One constant object a class, never freed. */
 struct TAVIX_API CRuntimeClass {
     const char* m_lpszClassName;
-    int m_nObjectSize;               // bytes
-    UINT m_wSchema;                  // 0xFFFF: not serialisable
+    int m_nObjectSize;                  // bytes
+    UINT m_wSchema;                     // 0xFFFF: not serialisable
     const CRuntimeClass* m_pBaseClass;  // null for CObject
 
     /* True for the class itself and for all classes below it. */
@@ -44,12 +44,12 @@ protected:
 
 #define RUNTIME_CLASS(class_name) (&class_name::class##class_name)
 
-#define DECLARE_DYNAMIC(class_name)                      \
-public:                                                  \
-    static const CRuntimeClass class##class_name;        \
+#define DECLARE_DYNAMIC(class_name)               \
+public:                                           \
+    static const CRuntimeClass class##class_name; \
     const CRuntimeClass* GetRuntimeClass() const override;
 
-#define IMPLEMENT_DYNAMIC(class_name, base_class_name)                                      \
-    const CRuntimeClass class_name::class##class_name = {                                   \
-        #class_name, static_cast<int>(sizeof(class_name)), 0xFFFF, RUNTIME_CLASS(base_class_name)}; \
+#define IMPLEMENT_DYNAMIC(class_name, base_class_name)                                                      \
+    const CRuntimeClass class_name::class##class_name = {#class_name, static_cast<int>(sizeof(class_name)), \
+                                                         0xFFFF, RUNTIME_CLASS(base_class_name)};           \
     const CRuntimeClass* class_name::GetRuntimeClass() const { return RUNTIME_CLASS(class_name); }

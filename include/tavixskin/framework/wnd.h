@@ -25,24 +25,23 @@ struct AFX_MSGMAP {
     const AFX_MSGMAP_ENTRY* lpEntries;
 };
 
-#define DECLARE_MESSAGE_MAP()                                 \
-protected:                                                    \
-    static const AFX_MSGMAP_ENTRY messageEntries[];           \
-    static const AFX_MSGMAP messageMap;                       \
+#define DECLARE_MESSAGE_MAP()                       \
+protected:                                          \
+    static const AFX_MSGMAP_ENTRY messageEntries[]; \
+    static const AFX_MSGMAP messageMap;             \
     const AFX_MSGMAP* GetMessageMap() const override;
 
-#define BEGIN_MESSAGE_MAP(the_class, base_class)                                                    \
-    const AFX_MSGMAP* the_class::GetMessageMap() const { return &the_class::messageMap; }           \
+#define BEGIN_MESSAGE_MAP(the_class, base_class)                                                   \
+    const AFX_MSGMAP* the_class::GetMessageMap() const { return &the_class::messageMap; }          \
     const AFX_MSGMAP the_class::messageMap = {&base_class::messageMap, the_class::messageEntries}; \
     const AFX_MSGMAP_ENTRY the_class::messageEntries[] = {
-
 #define ON_MESSAGE(message, handler) {message, 0, 0, 0, static_cast<AFX_PMSG>(handler)},
 #define ON_COMMAND_RANGE(first, last, handler) {WM_COMMAND, 0, first, last, static_cast<AFX_PMSG>(handler)},
 #define ON_COMMAND(id, handler) ON_COMMAND_RANGE(id, id, handler)
 
-#define END_MESSAGE_MAP() \
-    {0, 0, 0, 0, nullptr} \
-    }                     \
+#define END_MESSAGE_MAP()   \
+    { 0, 0, 0, 0, nullptr } \
+    }                       \
     ;
 
 /*
