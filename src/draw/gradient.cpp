@@ -145,7 +145,8 @@ COLORREF GradientColour(COLORREF first, COLORREF second, int offset, int span) {
 
 void DrawGradient(CDC* dc, const RECT& rect, COLORREF first, COLORREF second, int horizontal, int nearest) {
     if (!dc || !dc->m_hDC) return;
-    if (nearest && ::GetDeviceCaps(*dc, NUMCOLORS) == -1) nearest = 0;
+    // The thread's own surfaces have all colours; asking the platform costs more than the gradient.
+    if (nearest && (IsOwnSurface(*dc) || ::GetDeviceCaps(*dc, NUMCOLORS) == -1)) nearest = 0;
 
     const int width = Wrap(std::int64_t{rect.right} - rect.left);
     const int height = Wrap(std::int64_t{rect.bottom} - rect.top);

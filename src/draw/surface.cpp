@@ -233,9 +233,16 @@ bool IsTrueColour(HDC dc) {
     }
 }
 
-bool OpenPixels(HDC dc, PixelAccess& access) {
+static Surface* FindPainted(HDC dc) {
     Surface* surface = Pool().painted;
     while (surface && surface->dc != dc) surface = surface->next_painted;
+    return surface;
+}
+
+bool IsOwnSurface(HDC dc) { return FindPainted(dc) != nullptr; }
+
+bool OpenPixels(HDC dc, PixelAccess& access) {
+    Surface* surface = FindPainted(dc);
     // A painter may have selected a bitmap of its own, or turned the co-ordinates.
     if (!surface || ::GetCurrentObject(dc, OBJ_BITMAP) != surface->bitmap) return false;
     if (!HasPlainMapping(dc)) return false;

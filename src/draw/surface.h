@@ -89,6 +89,9 @@ private:
 bool ReadAll(HBITMAP bitmap, const SIZE& size, DibPixel* pixels);
 bool ReadBlock(HBITMAP bitmap, const SIZE& size, int top, int count, DibPixel* pixels);
 
+/* True for the context of a surface that is being painted on. */
+bool IsOwnSurface(HDC dc);
+
 /* True if a logical unit is a pixel, x to the right and y down. */
 bool HasPlainMapping(HDC dc);
 

@@ -107,8 +107,8 @@ public:
     // The file may be open elsewhere: whether it can be had exclusively is for the open that
     // follows to find out.
     explicit FileSource(const wchar_t* path)
-        : file_(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+        : file_(CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                            nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
         LARGE_INTEGER size;
         if (file_.get() == INVALID_HANDLE_VALUE || !GetFileSizeEx(file_.get(), &size)) return;
         size_ = static_cast<uint64_t>(size.QuadPart);
@@ -369,11 +369,14 @@ private:
     bool ReadFat() {
         std::vector<uint32_t> links;
         const uint32_t count = static_cast<uint32_t>(fat_sectors_.size());
-        if (!ReadScattered(count, [&](uint32_t i) { return fat_sectors_[i]; }, links)) return false;
+        if (!ReadScattered(
+                count, [&](uint32_t i) { return fat_sectors_[i]; }, links))
+            return false;
         // A FAT that goes on past the file has to be free there, or the file would have to grow
         // to its whole reach before it can take another sector. The FAT sector that describes the
         // file's end may say anything of what isn't there.
-        const uint64_t reach = (static_cast<uint64_t>(sector_count_) + LinksPerSector() - 1) / LinksPerSector();
+        const uint64_t reach =
+            (static_cast<uint64_t>(sector_count_) + LinksPerSector() - 1) / LinksPerSector();
         for (uint64_t i = reach * LinksPerSector(); i < links.size(); ++i) {
             if (links[static_cast<size_t>(i)] != kFree) return false;
         }
@@ -489,12 +492,8 @@ bool IsSound(From from) {
 
 }  // namespace
 
-bool IsSoundCompoundFile(const wchar_t* path) {
-    return IsSound<FileSource>(path);
-}
+bool IsSoundCompoundFile(const wchar_t* path) { return IsSound<FileSource>(path); }
 
-bool IsSoundCompoundImage(std::span<const std::byte> image) {
-    return IsSound<ImageSource>(image);
-}
+bool IsSoundCompoundImage(std::span<const std::byte> image) { return IsSound<ImageSource>(image); }
 
 }  // namespace tavix

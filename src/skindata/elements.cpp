@@ -26,8 +26,8 @@ class ElementName {
 public:
     explicit ElementName(std::string_view name) {
         if (name.empty()) return;
-        const int length = ::MultiByteToWideChar(CP_ACP, 0, name.data(), static_cast<int>(name.size()), m_text,
-                                                 static_cast<int>(kLongest));
+        const int length = ::MultiByteToWideChar(CP_ACP, 0, name.data(), static_cast<int>(name.size()),
+                                                 m_text, static_cast<int>(kLongest));
         m_text[length] = 0;
         if (std::wcspbrk(m_text, L"\\/:!")) m_text[0] = 0;
     }

@@ -42,10 +42,17 @@ struct RecordStreams {
 void LoadNumbers(const void* record, const TSkinRecordLayout& layout, CTavixSkinFace& face) {
     for (const TSkinField& field : layout) {
         switch (field.kind) {
-        case skinFieldColour: face.SetColor(field.id, ReadAt<COLORREF>(record, field.offset)); break;
-        case skinFieldSize: face.SetSize(field.id, ReadAt<DWORD>(record, field.offset)); break;
-        case skinFieldRect: face.SetSize(field.id, PackRect(ReadAt<RECT>(record, field.offset))); break;
-        case skinFieldBitmap: break;
+            case skinFieldColour:
+                face.SetColor(field.id, ReadAt<COLORREF>(record, field.offset));
+                break;
+            case skinFieldSize:
+                face.SetSize(field.id, ReadAt<DWORD>(record, field.offset));
+                break;
+            case skinFieldRect:
+                face.SetSize(field.id, PackRect(ReadAt<RECT>(record, field.offset)));
+                break;
+            case skinFieldBitmap:
+                break;
         }
     }
 }

@@ -304,23 +304,17 @@ constexpr auto kFields = [] {
 #undef AT
 #undef SLOT
 
-#define LAYOUT(kind, storage, folder)                                                    \
-    {kind, storage, sizeof(folder::Record), std::data(folder::kFields), std::size(folder::kFields)}
+#define LAYOUT(kind, storage, folder) \
+    { kind, storage, sizeof(folder::Record), std::data(folder::kFields), std::size(folder::kFields) }
 
 // By the number of the kind.
 constexpr TSkinRecordLayout kLayouts[] = {
-    LAYOUT(skinButton, "Button", button),
-    LAYOUT(skinFrame, "Frame", frame),
-    LAYOUT(skinDialog, "Dialog", dialog),
-    LAYOUT(skinToolBar, "ToolBar", tool_bar),
-    LAYOUT(skinCombobox, "Combobox", combobox),
-    LAYOUT(skinTabCtrl, "TabCtrl", tab_ctrl),
-    LAYOUT(skinHeadCtrl, "HeadCtrl", head_ctrl),
-    LAYOUT(skinEdit, "Edit", edit),
-    LAYOUT(skinListBox, "ListBox", list_box),
-    LAYOUT(skinScrollbar, "Scrollbar", scroll_bar),
-    LAYOUT(skinGlobal, "Global", global),
-    LAYOUT(skinMenu, "Menu", menu),
+    LAYOUT(skinButton, "Button", button),        LAYOUT(skinFrame, "Frame", frame),
+    LAYOUT(skinDialog, "Dialog", dialog),        LAYOUT(skinToolBar, "ToolBar", tool_bar),
+    LAYOUT(skinCombobox, "Combobox", combobox),  LAYOUT(skinTabCtrl, "TabCtrl", tab_ctrl),
+    LAYOUT(skinHeadCtrl, "HeadCtrl", head_ctrl), LAYOUT(skinEdit, "Edit", edit),
+    LAYOUT(skinListBox, "ListBox", list_box),    LAYOUT(skinScrollbar, "Scrollbar", scroll_bar),
+    LAYOUT(skinGlobal, "Global", global),        LAYOUT(skinMenu, "Menu", menu),
     LAYOUT(skinDockBar, "DockBar", dock_bar),
 };
 #undef LAYOUT

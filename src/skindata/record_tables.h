@@ -11,8 +11,8 @@ inline constexpr char kDataStream[] = "Data";
 
 /* The order in which a file's records are loaded and saved: Global, then by number. */
 inline constexpr TSkinType kRecordOrder[TAVIX_RECORD_COUNT] = {
-    skinGlobal,   skinButton,   skinFrame, skinDialog,  skinToolBar,   skinCombobox, skinTabCtrl,
-    skinHeadCtrl, skinEdit,     skinListBox, skinScrollbar, skinMenu,   skinDockBar,
+    skinGlobal,   skinButton, skinFrame,   skinDialog,    skinToolBar, skinCombobox, skinTabCtrl,
+    skinHeadCtrl, skinEdit,   skinListBox, skinScrollbar, skinMenu,    skinDockBar,
 };
 
 /* The largest record: a buffer of this size holds any. */

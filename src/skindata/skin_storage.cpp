@@ -37,19 +37,32 @@ int SaveItem(IStorage* root, TSkinType kind, const void* record) noexcept {
 // The record of a kind in the set.
 void* RecordOf(const TSkinThemes& themes, TSkinType kind) {
     switch (kind) {
-    case skinButton: return themes.pButton;
-    case skinFrame: return themes.pFrame;
-    case skinDialog: return themes.pDialog;
-    case skinToolBar: return themes.pToolBar;
-    case skinCombobox: return themes.pCombobox;
-    case skinTabCtrl: return themes.pTabCtrl;
-    case skinHeadCtrl: return themes.pHeadCtrl;
-    case skinEdit: return themes.pEdit;
-    case skinListBox: return themes.pListBox;
-    case skinScrollbar: return themes.pScrollbar;
-    case skinGlobal: return themes.pGlobal;
-    case skinMenu: return themes.pMenu;
-    case skinDockBar: return themes.pDockBar;
+        case skinButton:
+            return themes.pButton;
+        case skinFrame:
+            return themes.pFrame;
+        case skinDialog:
+            return themes.pDialog;
+        case skinToolBar:
+            return themes.pToolBar;
+        case skinCombobox:
+            return themes.pCombobox;
+        case skinTabCtrl:
+            return themes.pTabCtrl;
+        case skinHeadCtrl:
+            return themes.pHeadCtrl;
+        case skinEdit:
+            return themes.pEdit;
+        case skinListBox:
+            return themes.pListBox;
+        case skinScrollbar:
+            return themes.pScrollbar;
+        case skinGlobal:
+            return themes.pGlobal;
+        case skinMenu:
+            return themes.pMenu;
+        case skinDockBar:
+            return themes.pDockBar;
     }
     return nullptr;
 }

@@ -140,13 +140,21 @@ TEST_P(ButtonMessage, SetWindowTextReportsFailureThoughTheTextIsSet) {
     EXPECT_STREQ(kept, L"Newer");
 }
 
+/* Memory whose address, cut to 32 bits, is a point at the left edge of a client area of that height. */
+void* AllocateAtPointInside(int height) {
+    // Of a long address only the low half counts; the low memory of a 64-bit program may all be taken.
+    constexpr UINT_PTR kUpperHalf = sizeof(void*) == 8 ? static_cast<UINT_PTR>(0x200000000ull) : 0;
+    void* memory = nullptr;
+    for (UINT_PTR row = 1; row < static_cast<UINT_PTR>(height) && !memory; ++row)
+        memory = ::VirtualAlloc(reinterpret_cast<void*>(kUpperHalf + (row << 16)), 4096,
+                                MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    return memory;
+}
+
 // The address of a text may happen to be a point of the button: then the new text presses it.
 TEST_P(ButtonMessage, NewTextPressesTheButtonIfItsAddressIsAPointInside) {
     HWND button = MakeButton(BS_PUSHBUTTON, {0, 0, 400, 280});
-    void* memory = nullptr;
-    for (UINT_PTR row = 1; row < 270 && !memory; ++row)
-        memory = ::VirtualAlloc(reinterpret_cast<void*>(row << 16), 4096, MEM_RESERVE | MEM_COMMIT,
-                                PAGE_READWRITE);
+    void* memory = AllocateAtPointInside(280);
     ASSERT_NE(memory, nullptr);
     char* text = static_cast<char*>(memory) + 7;
     ::lstrcpyA(text, "New");

@@ -63,13 +63,13 @@ struct PaneRow {
 };
 
 const PaneRow kPaneRows[] = {
-    {"Tavix_PaneA", &typeid(CSkinFrame), false},     {"Tavix_PaneB", &typeid(CSkinFrame), false},
-    {"Tavix_PaneC", &typeid(CSkinFrame), false},     {"Tavix_PaneD", &typeid(CSkinClientWnd), false},
-    {"Tavix_PaneE", &typeid(CSkinFrame), true},      {"Tavix_PaneF", &typeid(CSkinFrame), true},
-    {"Tavix_PaneG", &typeid(CSkinFrame), true},      {"Tavix_PaneH", &typeid(CSkinClientWnd), false},
-    {"Tavix_PaneI", &typeid(CSkinFrame), false},     {"Tavix_PaneJ", &typeid(CSkinFrame), false},
-    {"Tavix_PaneK", &typeid(CSkinClientWnd), false}, {"Tavix_PaneL", &typeid(CSkinClientWnd), false},
-    {"Tavix_PaneM", &typeid(CSkinClientWnd), false}, {"Tavix_PaneN", &typeid(CSkinClientWnd), false},
+    {"Tavix_PaneA", &typeid(CSkinFrame), false},       {"Tavix_PaneB", &typeid(CSkinFrame), false},
+    {"Tavix_PaneC", &typeid(CSkinFrame), false},       {"Tavix_PaneD", &typeid(CSkinClientWnd), false},
+    {"Tavix_PaneE", &typeid(CSkinFrame), true},        {"Tavix_PaneF", &typeid(CSkinFrame), true},
+    {"Tavix_PaneG", &typeid(CSkinFrame), true},        {"Tavix_PaneH", &typeid(CSkinClientWnd), false},
+    {"Tavix_PaneI", &typeid(CSkinFrame), false},       {"Tavix_PaneJ", &typeid(CSkinFrame), false},
+    {"Tavix_PaneK", &typeid(CSkinClientWnd), false},   {"Tavix_PaneL", &typeid(CSkinClientWnd), false},
+    {"Tavix_PaneM", &typeid(CSkinClientWnd), false},   {"Tavix_PaneN", &typeid(CSkinClientWnd), false},
     {"AfxMDIFrame42d", &typeid(CSkinMDIFrame), false},
 };
 
@@ -136,11 +136,14 @@ TEST_P(PaneTable, RefreshesTheFrameWhereTheTableSaysSo) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, PaneTable, testing::ValuesIn(kPaneRows),
-                         [](const testing::TestParamInfo<PaneRow>& row) { return std::string(row.param.name); });
+                         [](const testing::TestParamInfo<PaneRow>& row) {
+                             return std::string(row.param.name);
+                         });
 
 TEST_F(ClassTable, ComparesWholeNames) {
-    for (const char* name : {"Tavix_Pane", "Tavix_PaneO", "Tavix_PaneAA", "XTavix_PaneA", "Tavix PaneA", "Tavix-PaneA",
-                             "AfxFrameOrView42d", "AfxFrameOrView4", "AfxMDIFrame42", "AfxMDIFrame42dd", "Frame"}) {
+    for (const char* name :
+         {"Tavix_Pane", "Tavix_PaneO", "Tavix_PaneAA", "XTavix_PaneA", "Tavix PaneA", "Tavix-PaneA",
+          "AfxFrameOrView42d", "AfxFrameOrView4", "AfxMDIFrame42", "AfxMDIFrame42dd", "Frame"}) {
         HostWindow window(name, WS_OVERLAPPEDWINDOW);
         EXPECT_TRUE(window.IsNative()) << name;
         EXPECT_EQ(HeadOf(window), nullptr) << name;
@@ -174,8 +177,8 @@ TEST_F(ClassTable, RefreshesAFrameOfTheSharedClass) {
 // ---------------------------------------------------------------- the platform's classes
 
 TEST_F(ClassTable, GivesDialogsTheirSkin) {
-    HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP | WS_CAPTION, 0, 0, 90, 60, m_parent, nullptr, nullptr,
-                                    nullptr);
+    HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP | WS_CAPTION, 0, 0, 90, 60, m_parent, nullptr,
+                                    nullptr, nullptr);
     EXPECT_TRUE(HasSkin<CSkinDialog>(dialog));
     ::DestroyWindow(dialog);
 }
@@ -185,11 +188,13 @@ TEST_F(ClassTable, GivesEveryButtonButTheGroupBoxTheButtonSkin) {
         ControlsWorld world(version);
         for (DWORD type = 0; type <= 0xF; ++type) {
             HWND button = Make("BUTTON", type);
-            EXPECT_EQ(HasSkin<CSkinButton>(button), type != BS_GROUPBOX) << NameOf(version) << " type " << type;
+            EXPECT_EQ(HasSkin<CSkinButton>(button), type != BS_GROUPBOX)
+                << NameOf(version) << " type " << type;
             ::DestroyWindow(button);
         }
         // Only the type counts, whatever else the style holds.
-        EXPECT_TRUE(HasSkin<CSkinButton>(Make("BuTtOn", BS_AUTOCHECKBOX | BS_PUSHLIKE | BS_MULTILINE | WS_DISABLED)));
+        EXPECT_TRUE(
+            HasSkin<CSkinButton>(Make("BuTtOn", BS_AUTOCHECKBOX | BS_PUSHLIKE | BS_MULTILINE | WS_DISABLED)));
         EXPECT_FALSE(HasSkin<CSkinButton>(Make("button", BS_GROUPBOX | BS_PUSHLIKE | WS_TABSTOP)));
     }
 }
@@ -202,15 +207,18 @@ TEST_F(ClassTable, GivesQuietSkinsToUpDownAndMdiClient) {
 }
 
 TEST_F(ClassTable, WorksForUnicodeWindows) {
-    EXPECT_TRUE(HasSkin<CSkinButton>(CreateControl(Charset::Unicode, m_parent, "button", "", 0, {0, 0, 9, 9})));
-    HWND dialog = ::CreateWindowExW(0, L"#32770", L"", WS_POPUP, 0, 0, 90, 60, m_parent, nullptr, nullptr, nullptr);
+    EXPECT_TRUE(
+        HasSkin<CSkinButton>(CreateControl(Charset::Unicode, m_parent, "button", "", 0, {0, 0, 9, 9})));
+    HWND dialog =
+        ::CreateWindowExW(0, L"#32770", L"", WS_POPUP, 0, 0, 90, 60, m_parent, nullptr, nullptr, nullptr);
     EXPECT_TRUE(HasSkin<CSkinDialog>(dialog));
     ::DestroyWindow(dialog);
 }
 
 TEST_F(ClassTable, LeavesOtherControlsOfThePlatformAlone) {
-    for (const char* name : {"tooltips_class32", "msctls_statusbar32", "msctls_progress32", "msctls_hotkey32",
-                             "SysDateTimePick32", "SysMonthCal32", "SysIPAddress32", "SysPager", "ReBarWindow32"}) {
+    for (const char* name :
+         {"tooltips_class32", "msctls_statusbar32", "msctls_progress32", "msctls_hotkey32",
+          "SysDateTimePick32", "SysMonthCal32", "SysIPAddress32", "SysPager", "ReBarWindow32"}) {
         HWND window = Make(name);
         EXPECT_TRUE(IsNative(window)) << name;
         ::DestroyWindow(window);
@@ -225,7 +233,8 @@ char* Hint(const char* text) { return const_cast<char*>(text); }
 class AddControl : public testing::Test {
 protected:
     void SetUp() override {
-        m_dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 60, nullptr, nullptr, nullptr, nullptr);
+        m_dialog =
+            ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 60, nullptr, nullptr, nullptr, nullptr);
         m_button = CreateControl(Charset::Ansi, m_parent, "BUTTON", "", 0, {0, 0, 60, 20});
         ASSERT_EQ(::InstallTavixSkin(SharedSkin().Path()), 1);
         engine = CTavixSkin::GetCurrentThreadSkin();

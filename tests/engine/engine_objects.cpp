@@ -30,7 +30,8 @@ LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM wParam,
     return answer ? *answer : ::DefWindowProcA(window, message, wParam, lParam);
 }
 
-HostWindow::HostWindow(const char* className, DWORD style, HWND parent, UINT classStyle) : m_className(className) {
+HostWindow::HostWindow(const char* className, DWORD style, HWND parent, UINT classStyle)
+    : m_className(className) {
     WNDCLASSA cls{};
     cls.style = classStyle;
     cls.lpfnWndProc = &Procedure;
@@ -59,7 +60,9 @@ CSkinWndBaseClass* HeadOf(HWND window) {
     return engine ? engine->GetSkinWndList()->Lookup(window) : nullptr;
 }
 
-WNDPROC ProcedureOf(HWND window) { return reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(window, GWLP_WNDPROC)); }
+WNDPROC ProcedureOf(HWND window) {
+    return reinterpret_cast<WNDPROC>(::GetWindowLongPtrA(window, GWLP_WNDPROC));
+}
 
 const TestSkin& SharedSkin() {
     static TestSkin skin;
@@ -81,9 +84,7 @@ int BitmapCount() {
     return count;
 }
 
-void InAnotherThread(const std::function<void()>& work) {
-    std::thread(work).join();
-}
+void InAnotherThread(const std::function<void()>& work) { std::thread(work).join(); }
 
 FileWith::FileWith(const std::string& bytes) {
     std::ofstream file(m_file.Path(), std::ios::binary);

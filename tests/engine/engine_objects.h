@@ -52,7 +52,8 @@ private:
  */
 class HostWindow {
 public:
-    explicit HostWindow(const char* className, DWORD style = WS_POPUP, HWND parent = nullptr, UINT classStyle = 0);
+    explicit HostWindow(const char* className, DWORD style = WS_POPUP, HWND parent = nullptr,
+                        UINT classStyle = 0);
     ~HostWindow();
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;

@@ -17,7 +17,8 @@ using namespace tavix_test;
 
 namespace {
 
-constexpr DWORD kEveryKindOfId[] = {0, 1, 20, 78, 127, 128, 254, 255, 256, 1000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
+constexpr DWORD kEveryKindOfId[] = {0,   1,   20,   78,         127,        128,       254,
+                                    255, 256, 1000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
 
 DWORD ThisThread() { return ::GetCurrentThreadId(); }
 
@@ -27,8 +28,8 @@ void UseWindows() {
     ASSERT_NE(frame.Handle(), nullptr);
     HWND button = CreateControl(Charset::Ansi, frame, "BUTTON", "press", WS_TABSTOP, {10, 10, 90, 36});
     ASSERT_NE(button, nullptr);
-    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 50, 50, 200, 100,
-                                    frame, nullptr, nullptr, nullptr);
+    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 50, 50, 200,
+                                    100, frame, nullptr, nullptr, nullptr);
     ASSERT_NE(dialog, nullptr);
     ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
     PumpMessages();
@@ -87,7 +88,8 @@ TEST(Install, LeavesTheWindowsThatExistNative) {
     const WNDPROC native = ProcedureOf(button);
     {
         Skinned skinned;
-        ::RedrawWindow(before, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
+        ::RedrawWindow(before, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
         ::SendMessageA(before, WM_SIZE, 0, 0);
         ::SendMessageA(before, WM_INITDIALOG, 0, 0);
         PumpMessages();
@@ -143,7 +145,6 @@ TEST(Exports, PutTheModuleStateBack) {
 
 // ---------------------------------------------------------------- what stands at the path
 
-
 class InstallPath : public testing::Test {
 protected:
     static void Expect(const char* path, int result) {
@@ -197,11 +198,12 @@ TEST_F(InstallPath, OfAPictureFileGivesAnEmptySkin) {
 TEST_F(InstallPath, OfAnotherProgramsCompoundFileGivesAnEmptySkin) {
     TempFile file(".doc");
     IStorage* storage = nullptr;
-    ASSERT_EQ(::StgCreateDocfile(file.WidePath().c_str(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0,
-                                 &storage),
+    ASSERT_EQ(::StgCreateDocfile(file.WidePath().c_str(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE,
+                                 0, &storage),
               S_OK);
     IStream* stream = nullptr;
-    ASSERT_EQ(storage->CreateStream(L"WordDocument", STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, 0, &stream), S_OK);
+    ASSERT_EQ(storage->CreateStream(L"WordDocument", STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, 0, &stream),
+              S_OK);
     EXPECT_EQ(stream->Write("no skin at all", 14, nullptr), S_OK);
     stream->Release();
     storage->Release();
@@ -212,7 +214,8 @@ TEST_F(InstallPath, OfAnotherProgramsCompoundFileGivesAnEmptySkin) {
     ASSERT_EQ(::StgOpenStorage(file.WidePath().c_str(), nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0,
                                &storage),
               S_OK);
-    ASSERT_EQ(storage->OpenStream(L"WordDocument", nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, &stream), S_OK);
+    ASSERT_EQ(storage->OpenStream(L"WordDocument", nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, &stream),
+              S_OK);
     char text[20] = {};
     ULONG read = 0;
     stream->Read(text, sizeof text, &read);
@@ -259,14 +262,13 @@ TEST(TavixSkinHbitmap, IsThatOfTheSkin) {
     Skinned skinned;
     const TestSkin& skin = SharedSkin();
     int known = 0;
-#define TAVIX_EXPECT_BITMAP(number, name, record, use)                                      \
-    {                                                                                       \
-        BITMAP facts{};                                                                     \
-        EXPECT_NE(::GetObjectA(::GetTavixSkinHBITMAP(number), sizeof facts, &facts), 0)     \
-            << #name;                                                                       \
-        EXPECT_EQ(facts.bmWidth, skin.BitmapSize(number).cx) << #name;                      \
-        EXPECT_EQ(facts.bmHeight, skin.BitmapSize(number).cy) << #name;                     \
-        ++known;                                                                            \
+#define TAVIX_EXPECT_BITMAP(number, name, record, use)                                            \
+    {                                                                                             \
+        BITMAP facts{};                                                                           \
+        EXPECT_NE(::GetObjectA(::GetTavixSkinHBITMAP(number), sizeof facts, &facts), 0) << #name; \
+        EXPECT_EQ(facts.bmWidth, skin.BitmapSize(number).cx) << #name;                            \
+        EXPECT_EQ(facts.bmHeight, skin.BitmapSize(number).cy) << #name;                           \
+        ++known;                                                                                  \
     }
     TAVIX_BITMAP_IDS(TAVIX_EXPECT_BITMAP)
 #undef TAVIX_EXPECT_BITMAP
@@ -275,7 +277,8 @@ TEST(TavixSkinHbitmap, IsThatOfTheSkin) {
 
 TEST(TavixSkinHbitmap, OfAnUnusedNumberIsNull) {
     Skinned skinned;
-    for (DWORD id : {20u, 78u, 128u, 200u, 254u, 255u, 256u, 510u, 1000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu})
+    for (DWORD id :
+         {20u, 78u, 128u, 200u, 254u, 255u, 256u, 510u, 1000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu})
         EXPECT_EQ(::GetTavixSkinHBITMAP(id), nullptr) << id;
 }
 
@@ -383,7 +386,8 @@ TEST(SecondThread, CanBeTheOnlySkinnedOne) {
     InAnotherThread([] {
         Skinned skinned;
         UseWindows();
-        HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 90, nullptr, nullptr, nullptr, nullptr);
+        HWND dialog =
+            ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 90, nullptr, nullptr, nullptr, nullptr);
         EXPECT_TRUE(HasSkin<CSkinDialog>(dialog));
         ::DestroyWindow(dialog);
     });

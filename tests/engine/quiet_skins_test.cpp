@@ -26,10 +26,11 @@ TEST_F(QuietSkin, OfPaneKDropsRightClicksOutsideTheClient) {
         EXPECT_EQ(::SendMessageA(pane, WM_NCRBUTTONUP, HTCAPTION, 0), 0);
         EXPECT_TRUE(pane.log.Entries().empty());
         // All else passes, the double click and the left button with it.
-        for (UINT message : {WM_NCRBUTTONDBLCLK, WM_NCLBUTTONDOWN, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_CONTEXTMENU})
+        for (UINT message :
+             {WM_NCRBUTTONDBLCLK, WM_NCLBUTTONDOWN, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_CONTEXTMENU})
             EXPECT_EQ(::SendMessageA(pane, message, 1, 2), 77);
-        EXPECT_EQ(pane.log.Messages(), (std::vector<UINT>{WM_NCRBUTTONDBLCLK, WM_NCLBUTTONDOWN, WM_RBUTTONDOWN,
-                                                          WM_RBUTTONUP, WM_CONTEXTMENU}));
+        EXPECT_EQ(pane.log.Messages(), (std::vector<UINT>{WM_NCRBUTTONDBLCLK, WM_NCLBUTTONDOWN,
+                                                          WM_RBUTTONDOWN, WM_RBUTTONUP, WM_CONTEXTMENU}));
         pane.handler = nullptr;
     }
 }
@@ -59,8 +60,8 @@ TEST_F(QuietSkin, HasTheRunTimeClassOfTheBase) {
 
 HWND MakeClient(HWND parent, DWORD style = WS_CHILD) {
     CLIENTCREATESTRUCT facts{};
-    return ::CreateWindowExA(0, "MDIClient", "", style, 0, 0, 50, 50, parent, nullptr, ::GetModuleHandleA(nullptr),
-                             &facts);
+    return ::CreateWindowExA(0, "MDIClient", "", style, 0, 0, 50, 50, parent, nullptr,
+                             ::GetModuleHandleA(nullptr), &facts);
 }
 
 TEST_F(QuietSkin, OfAnMdiClientHandsTheNewMenuToTheFrame) {

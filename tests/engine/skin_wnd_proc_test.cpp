@@ -232,7 +232,7 @@ protected:
         m_child = CreateControl(Charset::Ansi, m_window, "TavixTestProbe", "", 0, {0, 0, 20, 20});
         m_skin->handler = [this](UINT m, WPARAM w, LPARAM l) -> LRESULT {
             return m == WM_CTLCOLORSTATIC || m == WM_CTLCOLOREDIT ? 100 + m_skin->log.Count(m)
-                                                                   : m_skin->Default(m, w, l);
+                                                                  : m_skin->Default(m, w, l);
         };
         m_skin->log.Clear();
         m_childSkin.log.Listen({WM_CTLCOLORSTATIC, WM_CTLCOLOREDIT, WM_CTLCOLORBTN});

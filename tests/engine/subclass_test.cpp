@@ -4,7 +4,6 @@
 #include <atomic>
 #include <thread>
 
-
 #include "engine/skin_wnd_proc.h"
 #include "engine_objects.h"
 #include "tavixskin.h"
@@ -171,7 +170,8 @@ protected:
     int Reach() {
         m_upper.log.Clear(), m_lower.log.Clear(), m_window.log.Clear();
         ::SendMessageA(m_hwnd, kMessage, 3, 4);
-        return m_upper.log.Count(kMessage) + 2 * m_lower.log.Count(kMessage) + 4 * m_window.log.Count(kMessage);
+        return m_upper.log.Count(kMessage) + 2 * m_lower.log.Count(kMessage) +
+               4 * m_window.log.Count(kMessage);
     }
     ProbeSkin m_lower, m_upper;
 };
@@ -344,8 +344,9 @@ TEST_F(Subclassing, NestedMessagesKeepTheMessageInFlight) {
     other.log.Clear();
     ::SendMessageA(m_hwnd, kMessage, 2, 9);
     const Received in{m_hwnd, WM_APP + 20, 21, 22};
-    EXPECT_EQ(m_window.log.Entries(),
-              (Log{in, in, in, {m_hwnd, kMessage, 0, 9}, {m_hwnd, kMessage, 1, 9}, {m_hwnd, kMessage, 2, 9}}));
+    EXPECT_EQ(
+        m_window.log.Entries(),
+        (Log{in, in, in, {m_hwnd, kMessage, 0, 9}, {m_hwnd, kMessage, 1, 9}, {m_hwnd, kMessage, 2, 9}}));
     EXPECT_EQ(other.log.Count(WM_APP + 30), 3);
     skin.Detach(m_hwnd);
     otherSkin.Detach(other);

@@ -69,14 +69,15 @@ TEST(UninstallWithLivingWindows, GivesThemBackToTheirProcedures) {
 TEST(UninstallWithLivingWindows, LetsFramesDialogsAndButtonsGoOn) {
     Install();
     HostWindow frame("Tavix_PaneA", WS_OVERLAPPEDWINDOW | WS_VISIBLE);
-    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 10, 10, 200, 150, frame,
-                                    nullptr, nullptr, nullptr);
+    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 10, 10, 200,
+                                    150, frame, nullptr, nullptr, nullptr);
     HWND button = CreateControl(Charset::Ansi, dialog, "BUTTON", "press", BS_AUTOCHECKBOX, {5, 5, 80, 25});
     ASSERT_TRUE(HasSkin<CSkinFrame>(frame) && HasSkin<CSkinDialog>(dialog) && HasSkin<CSkinButton>(button));
     PumpMessages();
     ::UnInstallTavixSkin();
     for (HWND window : {frame.Handle(), dialog, button}) {
-        ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
+        ::RedrawWindow(window, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
         ::SetWindowPos(window, nullptr, 20, 20, 150, 90, SWP_NOZORDER);
     }
     ::SendMessageA(button, BM_SETCHECK, BST_CHECKED, 0);
@@ -191,8 +192,8 @@ TEST(UninstallInsideAHandler, MayBeTheWindowsOwnEnd) {
 void OneHostsLife() {
     Skinned skinned;
     HostWindow frame("Tavix_PaneA", WS_OVERLAPPEDWINDOW | WS_VISIBLE);
-    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 10, 10, 200, 150, frame,
-                                    nullptr, nullptr, nullptr);
+    HWND dialog = ::CreateWindowExA(0, "#32770", "dialog", WS_POPUP | WS_CAPTION | WS_VISIBLE, 10, 10, 200,
+                                    150, frame, nullptr, nullptr, nullptr);
     CreateControl(Charset::Ansi, dialog, "BUTTON", "press", BS_PUSHBUTTON, {5, 5, 80, 25});
     CreateControl(Charset::Ansi, dialog, "BUTTON", "tick", BS_AUTOCHECKBOX, {5, 35, 80, 55});
     ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME | RDW_ALLCHILDREN);
@@ -266,8 +267,8 @@ TEST(InstallAgain, MayMeetAWindowOfTheFormerSkin) {
 
 TEST(InstallAgain, MayMeetADialogOfTheFormerSkinAtWmInitdialog) {
     Install();
-    HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP | WS_CAPTION | WS_VISIBLE, 0, 0, 200, 100, nullptr,
-                                    nullptr, nullptr, nullptr);
+    HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP | WS_CAPTION | WS_VISIBLE, 0, 0, 200, 100,
+                                    nullptr, nullptr, nullptr, nullptr);
     ASSERT_TRUE(HasSkin<CSkinDialog>(dialog));
     ::UnInstallTavixSkin();
     Skinned again;

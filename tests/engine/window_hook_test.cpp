@@ -57,8 +57,8 @@ TEST(WindowHook, AttachesBeforeTheWindowsOwnWmCreate) {
     cls.hInstance = ::GetModuleHandleA(nullptr);
     cls.lpszClassName = "Tavix_PaneD";
     ASSERT_NE(::RegisterClassA(&cls), 0);
-    HWND window = ::CreateWindowExA(0, cls.lpszClassName, "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, cls.hInstance,
-                                    nullptr);
+    HWND window = ::CreateWindowExA(0, cls.lpszClassName, "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
+                                    cls.hInstance, nullptr);
     EXPECT_FALSE(g_skinAtNcCreate);
     EXPECT_TRUE(g_skinAtCreate) << "the shared procedure has that very WM_CREATE passed on";
     ::DestroyWindow(window);
@@ -95,7 +95,8 @@ TEST(WindowHook, GivesADialogOneSkinObject) {
 }
 
 TEST(WindowHook, MeetsADialogThatIsOlderThanTheSkinAtWmInitdialog) {
-    HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 60, nullptr, nullptr, nullptr, nullptr);
+    HWND dialog =
+        ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 60, nullptr, nullptr, nullptr, nullptr);
     HostWindow frame("Tavix_PaneA");
     HWND button = CreateControl(Charset::Ansi, frame, "BUTTON", "", 0, {0, 0, 50, 20});
     {
@@ -111,7 +112,8 @@ TEST(WindowHook, MeetsADialogThatIsOlderThanTheSkinAtWmInitdialog) {
 }
 
 TEST(WindowHook, LooksOnlyWhenItIsToldTo) {
-    HWND dialog = ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 60, nullptr, nullptr, nullptr, nullptr);
+    HWND dialog =
+        ::CreateWindowExA(0, "#32770", "", WS_POPUP, 0, 0, 90, 60, nullptr, nullptr, nullptr, nullptr);
     {
         Skinned skinned;
         for (int code : {-1, 1, 2, 77}) {

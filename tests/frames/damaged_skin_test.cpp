@@ -1,4 +1,5 @@
-/* Windows under damaged skins: whatever the file holds, they come up, paint in no time, and leave nothing behind. */
+/* Windows under damaged skins: whatever the file holds, they come up, paint in no time, and leave nothing
+ * behind. */
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -22,7 +23,8 @@ class SmallSkin : public TestSkin {
 public:
     SmallSkin() {
         for (int kind = 0; kind < TAVIX_RECORD_COUNT; ++kind)
-            if (kind != skinDialog && kind != skinFrame && kind != skinButton) RemoveBitmaps(static_cast<TSkinType>(kind));
+            if (kind != skinDialog && kind != skinFrame && kind != skinButton)
+                RemoveBitmaps(static_cast<TSkinType>(kind));
     }
 };
 
@@ -67,7 +69,8 @@ void UseWindows() {
     for (HWND window : {frame.window, dialog.window}) {
         EXPECT_TRUE(::IsWindow(window));
         ::SetWindowPos(window, nullptr, 0, 0, 233, 171, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-        ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        ::RedrawWindow(window, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     }
 }
 
@@ -116,7 +119,8 @@ TEST(DamagedSkin, WindowsLiveThroughAChangeToIt) {
         EXPECT_EQ(::SetSkinFromFile(damaged.Path()), 1) << "the file exists, and more is not asked";
         frame.Send(WM_NCPAINT, 1);
         RepaintedClient(dialog);
-        ::SetWindowPos(dialog, nullptr, 0, 0, 300 + static_cast<int>(seed % 2), 200, SWP_NOMOVE | SWP_NOZORDER);
+        ::SetWindowPos(dialog, nullptr, 0, 0, 300 + static_cast<int>(seed % 2), 200,
+                       SWP_NOMOVE | SWP_NOZORDER);
         EXPECT_LT(::GetTickCount64() - start, kPatience);
     }
     // And back: nothing of the damage stays.

@@ -50,7 +50,8 @@ TEST_F(DialogBackground, ATopLevelDialogShowsTheGradient) {
     HostDialog dialog;
     EXPECT_EQ(RepaintedClient(dialog), Gradient(391, 210));
     ::SetWindowPos(dialog, nullptr, 0, 0, 301, 201, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_EQ(RepaintedClient(dialog), Gradient(292, 171)) << "an odd height keeps the second colour in its last row";
+    EXPECT_EQ(RepaintedClient(dialog), Gradient(292, 171))
+        << "an odd height keeps the second colour in its last row";
 }
 
 TEST_F(DialogBackground, ErasesOnTheContextThatItIsGiven) {
@@ -136,8 +137,9 @@ TEST_F(DialogBackground, OnePixelOutsideIsNotOnThePage) {
     HostDialog dialog;
     MakeTab(dialog);
     const CRect at(kTabPlace);
-    for (const CRect& place : {CRect(at.left - 1, at.top, at.right, at.bottom), CRect(at.left, at.top - 1, at.right, at.bottom),
-                               CRect(at.left, at.top, at.right + 1, at.bottom), CRect(at.left, at.top, at.right, at.bottom + 1)}) {
+    for (const CRect& place :
+         {CRect(at.left - 1, at.top, at.right, at.bottom), CRect(at.left, at.top - 1, at.right, at.bottom),
+          CRect(at.left, at.top, at.right + 1, at.bottom), CRect(at.left, at.top, at.right, at.bottom + 1)}) {
         HostDialog page(ChildOf(dialog, place));
         ::SetWindowPos(page, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
         EXPECT_EQ(RepaintedClient(page), PieceOf(Gradient(dialog), place));
@@ -199,7 +201,8 @@ TEST_F(DialogBackground, NestingGoesDeeper) {
     HostDialog child(ChildOf(dialog, {33, 47, 233, 187}, WS_CHILD));
     HWND between = CreateControl(Charset::Ansi, child, "Static", "", 0, {11, 13, 180, 120});
     HostDialog grandchild(ChildOf(between, {7, 5, 107, 65}, WS_CHILD));
-    EXPECT_EQ(RepaintedClient(grandchild), PieceOf(Gradient(dialog), {33 + 11 + 7, 47 + 13 + 5, 33 + 11 + 107, 47 + 13 + 65}));
+    EXPECT_EQ(RepaintedClient(grandchild),
+              PieceOf(Gradient(dialog), {33 + 11 + 7, 47 + 13 + 5, 33 + 11 + 107, 47 + 13 + 65}));
 }
 
 TEST_F(DialogBackground, TheNearestCaptionedDialogGivesTheGradient) {
@@ -243,7 +246,8 @@ TEST_F(DialogBackground, BeyondTheAncestorNothingIsPainted) {
     child.Send(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc()));
     PaintModel model(skin, 450, 240);
     model.Fill({0, 0, 450, 240}, RGB(9, 9, 9));
-    model.Gradient({20, 10, 20 + 391, 10 + 210}, skin.Colour(CLR_DLG_BACK_FROM), skin.Colour(CLR_DLG_BACK_TO));
+    model.Gradient({20, 10, 20 + 391, 10 + 210}, skin.Colour(CLR_DLG_BACK_FROM),
+                   skin.Colour(CLR_DLG_BACK_TO));
     EXPECT_EQ(canvas.Take(), model.Result());
 }
 

@@ -108,7 +108,8 @@ TEST_P(DialogButtonSet, WithdrawsTheSystemsAnswersForButtons) {
         dialog.handler = Answering(WM_NCHITTEST, answer);
         EXPECT_EQ(dialog.Send(WM_NCHITTEST, 0, dialog.Packed({200, 120})), HTNOWHERE) << answer;
     }
-    for (const LRESULT answer : {HTCLIENT, HTCAPTION, HTSYSMENU, HTLEFT, HTBORDER, HTNOWHERE, HTTRANSPARENT}) {
+    for (const LRESULT answer :
+         {HTCLIENT, HTCAPTION, HTSYSMENU, HTLEFT, HTBORDER, HTNOWHERE, HTTRANSPARENT}) {
         dialog.handler = Answering(WM_NCHITTEST, answer);
         EXPECT_EQ(dialog.Send(WM_NCHITTEST, 0, dialog.Packed({200, 120})), answer);
     }
@@ -135,7 +136,8 @@ TEST_P(DialogButtonSet, APressShowsCapturesAndKeepsTheHostOut) {
                 EXPECT_EQ(dialog.Skin().Pressed(), button.pressed);
             }
         }
-        const std::map<LRESULT, int> states{{HTCLOSE, 2000}, {HTMAXBUTTON, 200}, {HTMINBUTTON, 20}, {HTHELP, 2}};
+        const std::map<LRESULT, int> states{
+            {HTCLOSE, 2000}, {HTMAXBUTTON, 200}, {HTMINBUTTON, 20}, {HTHELP, 2}};
         EXPECT_EQ(dialog.States(), states.at(code)) << "that one pressed, all others normal";
         ::ReleaseCapture();
     }
@@ -166,7 +168,8 @@ TEST_P(DialogButtonSet, AReleaseOnThePressedButtonSendsItsCommandAndLeavesItHot)
         EXPECT_EQ(pressedInCommand, button.pressed) << "the press ends after the command";
         EXPECT_EQ(dialog.Skin().Pressed(), 0);
         EXPECT_NE(::GetCapture(), dialog.window);
-        const std::map<LRESULT, int> states{{HTCLOSE, 1000}, {HTMAXBUTTON, 100}, {HTMINBUTTON, 10}, {HTHELP, 1}};
+        const std::map<LRESULT, int> states{
+            {HTCLOSE, 1000}, {HTMAXBUTTON, 100}, {HTMINBUTTON, 10}, {HTHELP, 1}};
         EXPECT_EQ(dialog.States(), states.at(button.code));
         EXPECT_EQ(PaintedDifference(skin, dialog, LookOf(dialog)), "");
     }

@@ -16,7 +16,9 @@ protected:
         return dialog.Send(WM_NCMOUSEMOVE, static_cast<WPARAM>(hitCode), dialog.Packed(inWindow));
     }
     /* The real mouse over a point of the window. */
-    static void MoveTo(const HostDialog& dialog, POINT inWindow) { MoveMouse(dialog, dialog.InClient(inWindow)); }
+    static void MoveTo(const HostDialog& dialog, POINT inWindow) {
+        MoveMouse(dialog, dialog.InClient(inWindow));
+    }
 };
 
 class DialogIconHit : public DialogInput {};

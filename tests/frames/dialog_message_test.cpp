@@ -50,7 +50,8 @@ TEST_P(DialogMessage, InitDialogTakesTheButtonsFromTheStyleAndLeavesTheCaption) 
     DWORD seenByHost = 0;
     DialogSetup setup = Setup();
     setup.handler = [&](const Received& r) -> std::optional<LRESULT> {
-        if (r.message == WM_INITDIALOG) seenByHost = static_cast<DWORD>(::GetWindowLongA(r.window, GWL_STYLE));
+        if (r.message == WM_INITDIALOG)
+            seenByHost = static_cast<DWORD>(::GetWindowLongA(r.window, GWL_STYLE));
         return std::nullopt;
     };
     HostDialog dialog(setup);
@@ -293,8 +294,8 @@ TEST_P(DialogMessage, EverythingElseIsTheHosts) {
         return std::nullopt;
     };
     EXPECT_EQ(dialog.Send(WM_APP + 5, 40, 2), 42);
-    for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_RBUTTONUP, WM_COMMAND, WM_SYSCOMMAND, WM_CLOSE,
-                               WM_ACTIVATE, WM_SHOWWINDOW, WM_GETMINMAXINFO, WM_NCLBUTTONDBLCLK}) {
+    for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_RBUTTONUP, WM_COMMAND, WM_SYSCOMMAND,
+                               WM_CLOSE, WM_ACTIVATE, WM_SHOWWINDOW, WM_GETMINMAXINFO, WM_NCLBUTTONDBLCLK}) {
         dialog.handler = Answering(message, 17);
         dialog.log.Clear();
         EXPECT_EQ(dialog.Send(message), 17) << std::hex << message;

@@ -33,7 +33,8 @@ TEST_F(DialogPaint, LooksTheSameActiveAndInactive) {
 }
 
 TEST_F(DialogPaint, AnyBitOfTheCaptionMakesOne) {
-    for (const DWORD bits : {static_cast<DWORD>(WS_BORDER), static_cast<DWORD>(WS_DLGFRAME), static_cast<DWORD>(WS_CAPTION)}) {
+    for (const DWORD bits :
+         {static_cast<DWORD>(WS_BORDER), static_cast<DWORD>(WS_DLGFRAME), static_cast<DWORD>(WS_CAPTION)}) {
         HostDialog dialog({.style = WS_POPUP | bits});
         SCOPED_TRACE(testing::Message() << std::hex << bits);
         EXPECT_EQ(dialog.Client(), CRect(4, 24, 395, 234));
@@ -121,8 +122,9 @@ Ink InkBetween(const Picture& with, const Picture& without, int height) {
             if (with.At(x, y) == without.At(x, y)) continue;
             ++ink.count;
             ink.white += with.At(x, y) == kWhite;
-            ink.bounds = CRect(std::min<int>(ink.bounds.left, x), std::min<int>(ink.bounds.top, y),
-                               std::max<int>(ink.bounds.right, x + 1), std::max<int>(ink.bounds.bottom, y + 1));
+            ink.bounds =
+                CRect(std::min<int>(ink.bounds.left, x), std::min<int>(ink.bounds.top, y),
+                      std::max<int>(ink.bounds.right, x + 1), std::max<int>(ink.bounds.bottom, y + 1));
         }
     return ink;
 }
@@ -132,7 +134,8 @@ protected:
     Ink InkOf(const HostDialog& dialog) const {
         dialog.Send(WM_NCPAINT, 1);
         const CRect rect = dialog.Rect();
-        return InkBetween(PictureOfWindow(dialog), ExpectedDialog(skin, rect.Width(), rect.Height(), LookOf(dialog)), 24);
+        return InkBetween(PictureOfWindow(dialog),
+                          ExpectedDialog(skin, rect.Width(), rect.Height(), LookOf(dialog)), 24);
     }
 };
 
@@ -208,7 +211,9 @@ TEST_F(DialogTitle, FollowsANewTextAtOnce) {
     dialog.Send(WM_NCPAINT, 1);
     const Picture before = PictureOfWindow(dialog);
     ::SetWindowTextA(dialog, "");
-    EXPECT_EQ(DifferenceOutside(ExpectedDialog(skin, 400, 240, LookOf(dialog)), PictureOfWindow(dialog), dialog.Client()), "");
+    EXPECT_EQ(DifferenceOutside(ExpectedDialog(skin, 400, 240, LookOf(dialog)), PictureOfWindow(dialog),
+                                dialog.Client()),
+              "");
     ::SetWindowTextA(dialog, "HHHH");
     EXPECT_EQ(PictureOfWindow(dialog), before);
 }
@@ -222,10 +227,14 @@ TEST_F(DialogIcon, StandsFivePixelsRightOfTheBorder) {
     DialogLook look = LookOf(dialog);
     look.icon = RGB(10, 200, 30);
     // It shows at once, without a paint of the test's own.
-    EXPECT_EQ(DifferenceOutside(ExpectedDialog(skin, 400, 240, look), PictureOfWindow(dialog), dialog.Client()), "");
+    EXPECT_EQ(
+        DifferenceOutside(ExpectedDialog(skin, 400, 240, look), PictureOfWindow(dialog), dialog.Client()),
+        "");
     ExpectLook(dialog, look);
     dialog.Send(WM_SETICON, ICON_SMALL, 0);
-    EXPECT_EQ(DifferenceOutside(ExpectedDialog(skin, 400, 240, LookOf(dialog)), PictureOfWindow(dialog), dialog.Client()), "");
+    EXPECT_EQ(DifferenceOutside(ExpectedDialog(skin, 400, 240, LookOf(dialog)), PictureOfWindow(dialog),
+                                dialog.Client()),
+              "");
 }
 
 TEST_F(DialogIcon, ALargeOneIsMadeSmall) {
@@ -288,8 +297,10 @@ protected:
 };
 
 TEST_F(DialogRegion, CornersAreCutByTheShapesOfBothEnds) {
-    skin.SetBitmap(BMP_DLG_CAPTION_LEFT, 8, 24, [](int x, int y) { return x + y < 3 ? RGB(255, 0, 0) : RGB(1, 2, 3); });
-    skin.SetBitmap(BMP_DLG_CAPTION_RIGHT, 10, 24, [](int x, int y) { return x >= 9 && y < 2 ? RGB(255, 0, 0) : RGB(4, 5, 6); });
+    skin.SetBitmap(BMP_DLG_CAPTION_LEFT, 8, 24,
+                   [](int x, int y) { return x + y < 3 ? RGB(255, 0, 0) : RGB(1, 2, 3); });
+    skin.SetBitmap(BMP_DLG_CAPTION_RIGHT, 10, 24,
+                   [](int x, int y) { return x >= 9 && y < 2 ? RGB(255, 0, 0) : RGB(4, 5, 6); });
     UseChangedSkin();
     HostDialog dialog;
     const auto check = [&](int width, int height) {
@@ -313,6 +324,33 @@ TEST_F(DialogRegion, ShapesInAnotherRedCutNothing) {
     skin.SetBitmap(BMP_DLG_CAPTION_LEFT, 8, 24, RGB(254, 0, 0));
     UseChangedSkin();
     HostDialog dialog;
+    EXPECT_TRUE(InRegion(dialog, 0, 0));
+}
+
+// Its window region is not cut, so its corners are painted like the rest.
+TEST_F(DialogRegion, WithoutACaptionCornersArePaintedToo) {
+    skin.SetBitmap(BMP_DLG_CAPTION_LEFT, 6, 24, RGB(255, 0, 0))
+        .SetBitmap(BMP_DLG_CAPTION_RIGHT, 7, 24, RGB(255, 0, 0));
+    UseChangedSkin();
+    HostDialog dialog({.style = WS_POPUP | WS_THICKFRAME});
+    ASSERT_GT(dialog.Client().top, 1);
+    EXPECT_EQ(PaintedDifference(skin, dialog, LookOf(dialog)), "");
+}
+
+// Such a shape is no corner: the window stays rectangular.
+TEST_F(DialogRegion, AShapeOfTooManyPiecesCutsNothing) {
+    const auto chequered = [](int x, int y) { return (x + y) % 2 ? RGB(255, 0, 0) : RGB(0, 0, 9); };
+    skin.SetBitmap(BMP_DLG_CAPTION_LEFT, 400, 240, chequered);
+    UseChangedSkin();
+    HostDialog dialog;
+    EXPECT_TRUE(InRegion(dialog, 1, 0));
+    EXPECT_TRUE(InRegion(dialog, 0, 1));
+    EXPECT_FALSE(InRegion(dialog, 400, 0));
+    // A moderate one still does.
+    skin.SetBitmap(BMP_DLG_CAPTION_LEFT, 40, 24, chequered);
+    UseChangedSkin();
+    ::SetWindowPos(dialog, nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_FALSE(InRegion(dialog, 1, 0));
     EXPECT_TRUE(InRegion(dialog, 0, 0));
 }
 
@@ -413,9 +451,16 @@ TEST_F(DialogPaint, NeedsNoWindowButAMemoryContext) {
     CDC dc(canvas.Dc());
     const FlatIcon icon(RGB(10, 200, 30));
     const tavix::DialogButtons all{true, true, true, true};
-    const tavix::DialogParts parts{.style = kDialogStyle, .closeState = 2, .maxState = 1, .minState = 0, .helpState = 2,
-                                   .present = all, .buttons = tavix::LayoutDialogButtons(200, CRect(-8, 4, 16, 16), all),
-                                   .icon = reinterpret_cast<HICON>(static_cast<LPARAM>(icon)), .title = "", .titleFont = nullptr};
+    const tavix::DialogParts parts{.style = kDialogStyle,
+                                   .closeState = 2,
+                                   .maxState = 1,
+                                   .minState = 0,
+                                   .helpState = 2,
+                                   .present = all,
+                                   .buttons = tavix::LayoutDialogButtons(200, CRect(-8, 4, 16, 16), all),
+                                   .icon = reinterpret_cast<HICON>(static_cast<LPARAM>(icon)),
+                                   .title = "",
+                                   .titleFont = nullptr};
     tavix::PaintDialog(dc, CSize(200, 100), parts);
     DialogLook look{};
     look.style = kDialogStyle;

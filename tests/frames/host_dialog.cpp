@@ -57,7 +57,8 @@ HostDialog::HostDialog(const DialogSetup& setup) : handler(setup.handler) {
     const Template dialog(setup.style & ~static_cast<DWORD>(WS_VISIBLE), setup.title);
     HINSTANCE instance = ::GetModuleHandleA(nullptr);
     g_creating = this;
-    const auto create = setup.charset == Charset::Ansi ? &::CreateDialogIndirectParamA : &::CreateDialogIndirectParamW;
+    const auto create =
+        setup.charset == Charset::Ansi ? &::CreateDialogIndirectParamA : &::CreateDialogIndirectParamW;
     HWND made = create(instance, dialog.Get(), setup.parent, &Procedure, 0);
     g_creating = nullptr;
     EXPECT_TRUE(made);
@@ -97,7 +98,8 @@ INT_PTR CALLBACK HostDialog::Procedure(HWND window, UINT message, WPARAM wParam,
     const std::optional<LRESULT> answer = self->handler ? self->handler(received) : std::nullopt;
     if (!answer) return FALSE;
     // These answer by the dialog procedure's own result.
-    if (message == WM_INITDIALOG || (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC)) return *answer;
+    if (message == WM_INITDIALOG || (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC))
+        return *answer;
     ::SetWindowLongPtrA(window, DWLP_MSGRESULT, *answer);
     return TRUE;
 }
@@ -135,11 +137,16 @@ POINT HostDialog::InClient(POINT inWindow) const {
 CRect HostDialog::Button(LRESULT hitCode) const {
     const DialogSkinTestAccess access = Skin();
     switch (hitCode) {
-        case HTCLOSE: return access.Close();
-        case HTMAXBUTTON: return access.Max();
-        case HTMINBUTTON: return access.Min();
-        case HTHELP: return access.Help();
-        default: return {};
+        case HTCLOSE:
+            return access.Close();
+        case HTMAXBUTTON:
+            return access.Max();
+        case HTMINBUTTON:
+            return access.Min();
+        case HTHELP:
+            return access.Help();
+        default:
+            return {};
     }
 }
 

@@ -1,8 +1,8 @@
 /* A host's dialog under test: skinned by its class, and recording what its dialog procedure gets. */
 #pragma once
 
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <optional>
@@ -135,7 +135,8 @@ Picture PieceOf(const Picture& whole, const RECT& area);
 /* A small icon in one colour, destroyed with the object. */
 class FlatIcon {
 public:
-    explicit FlatIcon(COLORREF colour, SIZE size = {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)});
+    explicit FlatIcon(COLORREF colour,
+                      SIZE size = {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)});
     ~FlatIcon() { ::DestroyIcon(m_icon); }
     FlatIcon(const FlatIcon&) = delete;
     FlatIcon& operator=(const FlatIcon&) = delete;

@@ -257,7 +257,8 @@ TEST(CompoundCheck, RefusesADirectoryThatDoesNotStartWithTheRoot) {
 TEST(CompoundCheck, RefusesNamesOfNoSaneLength) {
     for (const char16_t* path : {u"", u"Menu", u"Frame/Inner/wide"}) {
         for (const uint16_t size : {0, 1, 9, 66, 65535}) {
-            ExpectRefused([=](CompoundImage& image) { image.Put16(image.EntryOffset(path) + kNameSizeField, size); });
+            ExpectRefused(
+                [=](CompoundImage& image) { image.Put16(image.EntryOffset(path) + kNameSizeField, size); });
         }
         ExpectRefused([=](CompoundImage& image) {
             const size_t field = image.EntryOffset(path) + kNameSizeField;
@@ -293,7 +294,8 @@ TEST(CompoundCheck, RefusesASectorWithTwoOwners) {
     const uint32_t wide_last = LastSector(image, image.Get32(wide_start));
     // Another stream's chain from its start or halfway, the directory, the mini stream, both tables.
     ExpectRefused(image, image.EntryOffset(u"Button/normal") + kStartField, image.Get32(wide_start));
-    ExpectRefused(image, image.LinkOffset(LastSector(image, Field(image, u"Button/normal", kStartField))), wide_last);
+    ExpectRefused(image, image.LinkOffset(LastSector(image, Field(image, u"Button/normal", kStartField))),
+                  wide_last);
     for (const uint32_t sector : {image.directory_sectors[0], image.mini_stream_sectors[0],
                                   image.mini_fat_sectors[0], image.fat_sectors[0]}) {
         ExpectRefused(image, image.LinkOffset(wide_last), sector);
@@ -324,7 +326,8 @@ TEST(CompoundCheck, RefusesAMiniChainThatLoops) {
 
 TEST(CompoundCheck, RefusesAMiniSectorWithTwoOwners) {
     const CompoundImage image = Image();
-    ExpectRefused(image, image.EntryOffset(u"Frame/Data") + kStartField, Field(image, u"Button/Data", kStartField));
+    ExpectRefused(image, image.EntryOffset(u"Frame/Data") + kStartField,
+                  Field(image, u"Button/Data", kStartField));
     ExpectRefused(image, image.MiniLinkOffset(Field(image, u"Frame/Data", kStartField)),
                   Field(image, u"Button/Data", kStartField) + 3);
 }
@@ -333,7 +336,8 @@ TEST(CompoundCheck, RefusesAMiniChainThatLeavesTheMiniStream) {
     const CompoundImage image = Image();
     const uint32_t count = Field(image, u"", kSizeField) / 64;
     const size_t link = image.MiniLinkOffset(Field(image, u"Frame/Data", kStartField));
-    for (const uint32_t next : {count, 127u, 128u, 100'000u, kFreeMark, kFatMark}) ExpectRefused(image, link, next);
+    for (const uint32_t next : {count, 127u, 128u, 100'000u, kFreeMark, kFatMark})
+        ExpectRefused(image, link, next);
     // The mini FAT goes on, but the mini stream ends.
     ExpectRefused(image, [&](CompoundImage& broken) {
         broken.Put32(link, count);
@@ -457,7 +461,8 @@ TEST(CompoundCheck, WalksDeepDirectoriesWithoutDeepStacks) {
             image.Put16(entry, u'a');
             image.Put16(entry + kNameSizeField, 4);
             image.bytes[entry + kTypeField] = std::byte{1};
-            for (const size_t field : {kLeftField, kRightField, kChildField}) image.Put32(entry + field, kNoEntryMark);
+            for (const size_t field : {kLeftField, kRightField, kChildField})
+                image.Put32(entry + field, kNoEntryMark);
             image.Put32(entry + link, i < 50'000 ? i + 1 : kNoEntryMark);
         }
         EXPECT_TRUE(IsSoundOnASmallStack(image));

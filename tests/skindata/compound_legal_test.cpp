@@ -122,7 +122,8 @@ TEST_P(CompoundLegal, TakesChainsWithSectorsToSpare) {
 }
 
 TEST_P(CompoundLegal, TakesALastSectorThatIsCutShort) {
-    for (const Part part : {Part::kFat, Part::kDirectory, Part::kMiniFat, Part::kMiniStream, Part::kStreams}) {
+    for (const Part part :
+         {Part::kFat, Part::kDirectory, Part::kMiniFat, Part::kMiniStream, Part::kStreams}) {
         CompoundLayout layout = Layout();
         layout.cut_last_sector = true;
         layout.last = part;

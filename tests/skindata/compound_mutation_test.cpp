@@ -19,7 +19,8 @@ std::vector<CompoundImage> BaseImages() {
         Stream(u"SkinInfo", 72),
         Stream(u"Empty", 0),
         Storage(u"Button", {Stream(u"Data", 700, 2), Stream(u"normal", 5000, 3), Stream(u"hot", 130, 4)}),
-        Storage(u"Frame", {Stream(u"Data", 64, 5), Storage(u"Inner", {Stream(u"Data", 0), Stream(u"x", 4096)})}),
+        Storage(u"Frame",
+                {Stream(u"Data", 64, 5), Storage(u"Inner", {Stream(u"Data", 0), Stream(u"x", 4096)})}),
         Storage(u"Menu", {}),
     };
     CompoundLayout plain;
@@ -45,11 +46,16 @@ std::vector<CompoundImage> BaseImages() {
 /* A number that a field of this file might hold. */
 uint32_t PlausibleNumber(const CompoundImage& image, Xorshift& random) {
     switch (random.Below(5)) {
-    case 0: return 0xFFFFFFFF - random.Below(7);
-    case 1: return random.Next();
-    case 2: return random.Below(8);
-    case 3: return random.Below(image.SectorCount() * 4);
-    default: return random.Below(image.SectorCount() + 2);
+        case 0:
+            return 0xFFFFFFFF - random.Below(7);
+        case 1:
+            return random.Next();
+        case 2:
+            return random.Below(8);
+        case 3:
+            return random.Below(image.SectorCount() * 4);
+        default:
+            return random.Below(image.SectorCount() + 2);
     }
 }
 
@@ -61,11 +67,17 @@ size_t SomeField(const CompoundImage& image, Xorshift& random) {
                                                kFatSlotsField,     kFatSlotsField + 4};
     const uint32_t per_sector = image.SectorSize() / 4;
     switch (random.Below(6)) {
-    case 0: return kHeaderFields[random.Below(std::size(kHeaderFields))];
-    case 1: return image.LinkOffset(random.Below(static_cast<uint32_t>(image.fat_sectors.size()) * per_sector));
-    case 2: return image.MiniLinkOffset(random.Below(20));
-    case 3: return image.LinkOffset(random.Below(image.SectorCount() + 1));
-    default: return image.EntryOffset(random.Below(14)) + kEntryFields[random.Below(std::size(kEntryFields))];
+        case 0:
+            return kHeaderFields[random.Below(std::size(kHeaderFields))];
+        case 1:
+            return image.LinkOffset(
+                random.Below(static_cast<uint32_t>(image.fat_sectors.size()) * per_sector));
+        case 2:
+            return image.MiniLinkOffset(random.Below(20));
+        case 3:
+            return image.LinkOffset(random.Below(image.SectorCount() + 1));
+        default:
+            return image.EntryOffset(random.Below(14)) + kEntryFields[random.Below(std::size(kEntryFields))];
     }
 }
 
@@ -73,27 +85,32 @@ void Mutate(CompoundImage& image, Xorshift& random) {
     for (uint32_t edits = 1 + random.Below(3); edits != 0; --edits) {
         const uint32_t size = static_cast<uint32_t>(image.bytes.size());
         switch (random.Below(12)) {
-        case 0: image.bytes[random.Below(size)] ^= static_cast<std::byte>(1u << random.Below(8)); break;
-        case 1: image.bytes[random.Below(128)] ^= static_cast<std::byte>(1u << random.Below(8)); break;
-        case 2:
-        case 3: {
-            const size_t entry = image.EntryOffset(random.Below(14));
-            const size_t at = entry + random.Below(128);
-            if (at < size) image.bytes[at] = static_cast<std::byte>(random.Next());
-            break;
-        }
-        case 4:
-            image.bytes.resize(1 + random.Below(size));
-            return;
-        case 5: {
-            const size_t more = random.Below(3 * image.SectorSize());
-            for (size_t i = 0; i < more; ++i) image.bytes.push_back(static_cast<std::byte>(random.Next()));
-            break;
-        }
-        default: {
-            const size_t at = SomeField(image, random);
-            if (at + 4 <= size) image.Put32(at, PlausibleNumber(image, random));
-        }
+            case 0:
+                image.bytes[random.Below(size)] ^= static_cast<std::byte>(1u << random.Below(8));
+                break;
+            case 1:
+                image.bytes[random.Below(128)] ^= static_cast<std::byte>(1u << random.Below(8));
+                break;
+            case 2:
+            case 3: {
+                const size_t entry = image.EntryOffset(random.Below(14));
+                const size_t at = entry + random.Below(128);
+                if (at < size) image.bytes[at] = static_cast<std::byte>(random.Next());
+                break;
+            }
+            case 4:
+                image.bytes.resize(1 + random.Below(size));
+                return;
+            case 5: {
+                const size_t more = random.Below(3 * image.SectorSize());
+                for (size_t i = 0; i < more; ++i)
+                    image.bytes.push_back(static_cast<std::byte>(random.Next()));
+                break;
+            }
+            default: {
+                const size_t at = SomeField(image, random);
+                if (at + 4 <= size) image.Put32(at, PlausibleNumber(image, random));
+            }
         }
     }
 }

@@ -15,12 +15,12 @@ class FakeStream : public IStream {
 public:
     // What the operations answer.
     HRESULT statResult = S_OK, readResult = S_OK, seekResult = S_OK, sizeResult = S_OK, writeResult = S_OK;
-    ULONGLONG size = 0;       // as Stat tells it
-    ULONG readable = ~0u;     // Read gives no more than this
+    ULONGLONG size = 0;    // as Stat tells it
+    ULONG readable = ~0u;  // Read gives no more than this
     // What happened.
-    ULONG asked = 0;          // by the last Read
+    ULONG asked = 0;  // by the last Read
     int reads = 0;
-    std::string calls;        // a letter each: s Stat, r Read, k Seek, z SetSize, w Write
+    std::string calls;  // a letter each: s Stat, r Read, k Seek, z SetSize, w Write
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
@@ -51,7 +51,9 @@ public:
     HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Revert() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return E_NOTIMPL;
+    }
     HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
 };
 

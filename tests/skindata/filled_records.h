@@ -32,13 +32,17 @@ struct FilledRecords {
             for (const TSkinField& field : *GetSkinRecordLayout(kind)) {
                 void* record = records.Record(kind);
                 switch (field.kind) {
-                case skinFieldColour:
-                case skinFieldSize: *SkinNumberAt(record, field) = Distinct(kind, field); break;
-                case skinFieldRect: *SkinRectAt(record, field) = {-3 - kind, 5 + kind, 300 + kind, 0x7F}; break;
-                case skinFieldBitmap:
-                    bitmaps.push_back(MakeBitmap(3, 2, ColourOf(field)));
-                    records.SetBitmap(kind, field, Name(kind, field), bitmaps.back().get());
-                    break;
+                    case skinFieldColour:
+                    case skinFieldSize:
+                        *SkinNumberAt(record, field) = Distinct(kind, field);
+                        break;
+                    case skinFieldRect:
+                        *SkinRectAt(record, field) = {-3 - kind, 5 + kind, 300 + kind, 0x7F};
+                        break;
+                    case skinFieldBitmap:
+                        bitmaps.push_back(MakeBitmap(3, 2, ColourOf(field)));
+                        records.SetBitmap(kind, field, Name(kind, field), bitmaps.back().get());
+                        break;
                 }
             }
         }

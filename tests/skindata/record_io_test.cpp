@@ -1,6 +1,6 @@
 /* Loading and saving records: every field, the order of loading, the slots, the two sets. */
-#include "draw/skin_bitmap.h"
 #include "skindata/record_io.h"
+#include "draw/skin_bitmap.h"
 #include "filled_records.h"
 #include "storage_access.h"
 
@@ -16,17 +16,21 @@ void ExpectLoaded(TSkinType kind, const CTavixSkinFace& face, TSkinFieldSet abse
         SCOPED_TRACE(std::string(GetSkinRecordLayout(kind)->storage) + ", offset " +
                      std::to_string(field.offset));
         switch (field.kind) {
-        case skinFieldColour: EXPECT_EQ(face.GetColor(field.id), Distinct(kind, field)); break;
-        case skinFieldSize: EXPECT_EQ(face.GetSize(field.id), Distinct(kind, field)); break;
-        case skinFieldRect: {
-            const DWORD left = (0x100 - 3 - kind) & 0xFF, width = (300 + kind) & 0xFF;
-            EXPECT_EQ(face.GetSize(field.id), (5u + kind) | left << 8 | width << 16 | 0x7Fu << 24);
-            break;
-        }
-        case skinFieldBitmap:
-            if (field.set == absentSet) break;
-            EXPECT_EQ(PixelOf(face.GetBmp(field.id), 2, 1), FilledRecords::ColourOf(field));
-            break;
+            case skinFieldColour:
+                EXPECT_EQ(face.GetColor(field.id), Distinct(kind, field));
+                break;
+            case skinFieldSize:
+                EXPECT_EQ(face.GetSize(field.id), Distinct(kind, field));
+                break;
+            case skinFieldRect: {
+                const DWORD left = (0x100 - 3 - kind) & 0xFF, width = (300 + kind) & 0xFF;
+                EXPECT_EQ(face.GetSize(field.id), (5u + kind) | left << 8 | width << 16 | 0x7Fu << 24);
+                break;
+            }
+            case skinFieldBitmap:
+                if (field.set == absentSet) break;
+                EXPECT_EQ(PixelOf(face.GetBmp(field.id), 2, 1), FilledRecords::ColourOf(field));
+                break;
         }
     }
 }
@@ -115,7 +119,8 @@ TEST(RecordIo, AllNamesMissingGiveNull) {
         ASSERT_EQ(open.access.Save(kind, open.root.Get(), records.Record(kind)), 1);
         CTavixSkinFace face;
         for (const TSkinField& field : *GetSkinRecordLayout(kind))
-            if (field.kind == skinFieldBitmap) face.SetBmp(field.id, MakeBitmap(1, 1, RGB(1, 2, 3)).release());
+            if (field.kind == skinFieldBitmap)
+                face.SetBmp(field.id, MakeBitmap(1, 1, RGB(1, 2, 3)).release());
         ASSERT_EQ(tavix::LoadRecord(open.root.Get(), kind, &face, 16), 1);
         for (const TSkinField& field : *GetSkinRecordLayout(kind))
             if (field.kind == skinFieldBitmap) {
@@ -131,7 +136,8 @@ TEST(RecordIo, AFrameWithoutACaptionTileShowsTheRightEnd) {
     CTavixSkinFace face;
     face.LoadSkin(skin.Write());
     EXPECT_EQ(face.GetBmp(BMP_FRAME_CAPTION_TILE), face.GetBmp(BMP_FRAME_CAPTION_RIGHT));
-    EXPECT_EQ(PixelOf(face.GetBmp(BMP_FRAME_CAPTION_TILE)), TestSkin::ColourOfBitmap(BMP_FRAME_CAPTION_RIGHT));
+    EXPECT_EQ(PixelOf(face.GetBmp(BMP_FRAME_CAPTION_TILE)),
+              TestSkin::ColourOfBitmap(BMP_FRAME_CAPTION_RIGHT));
 }
 
 TEST(RecordIo, TheScrollBarSetIsChosenByTheWidth) {

@@ -311,8 +311,8 @@ TEST(RecordLayout, HasEachRowOnceAndNoOther) {
             ++found[{kind, f.kind, f.set, f.offset, f.id, f.slotOffset}];
     EXPECT_EQ(found.size(), std::size(kRows));
     const auto place = [](const Key& key) {
-        return "record " + std::to_string(std::get<0>(key)) + " offset " + std::to_string(std::get<3>(key)) + " id " +
-               std::to_string(std::get<4>(key));
+        return "record " + std::to_string(std::get<0>(key)) + " offset " + std::to_string(std::get<3>(key)) +
+               " id " + std::to_string(std::get<4>(key));
     };
     for (const auto& [key, count] : expected) EXPECT_EQ(found[key], count) << place(key);
     for (const auto& [key, count] : found) EXPECT_EQ(expected[key], count) << place(key);

@@ -132,7 +132,8 @@ TEST(SkinMutation, EachSeedGivesTheSameFile) {
     ASSERT_TRUE(SmallSkin().Save(file.Path()));
     const std::vector<std::byte> good = ReadWholeFile(file.WidePath());
     const SkinMutations first(good), second(good);
-    for (std::uint32_t seed = 1; seed < 40; ++seed) EXPECT_TRUE(first.Make(seed) == second.Make(seed)) << seed;
+    for (std::uint32_t seed = 1; seed < 40; ++seed)
+        EXPECT_TRUE(first.Make(seed) == second.Make(seed)) << seed;
 }
 
 }  // namespace

@@ -63,9 +63,7 @@ struct OpenFile {
     CSkinStorageTestAccess access;
     tavix::ComPtr<IStorage> root;
 
-    OpenFile() {
-        EXPECT_EQ(access.OpenRootStg(file.Path(), root.Put()), 1);
-    }
+    OpenFile() { EXPECT_EQ(access.OpenRootStg(file.Path(), root.Put()), 1); }
 
     /* Replaces a stream, in a storage below the root or, with a null name, in the root. */
     void Put(const char* storage, const char* stream, const void* data, DWORD size) {
