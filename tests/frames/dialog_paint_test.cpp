@@ -149,22 +149,31 @@ TEST_F(DialogTitle, IsWhiteAndStartsFivePixelsAfterTheLeftEnd) {
     EXPECT_LE(ink.bounds.bottom, 23);
 }
 
+/* Another system colour for the length of a scope. */
+class SystemColour {
+public:
+    SystemColour(INT element, COLORREF colour) : m_element(element), m_former(::GetSysColor(element)) {
+        EXPECT_TRUE(::SetSysColors(1, &element, &colour));
+    }
+    ~SystemColour() { ::SetSysColors(1, &m_element, &m_former); }
+    SystemColour(const SystemColour&) = delete;
+    SystemColour& operator=(const SystemColour&) = delete;
+
+private:
+    INT m_element;
+    COLORREF m_former;
+};
+
 TEST_F(DialogTitle, StaysWhiteWhateverTheHighlightColourIs) {
-    // The colour of a frame's title; only the system sets it.
-    ASSERT_EQ(CTavixSkin::GetGloalTavixSkinColor(CLR_TEXT_HIGHLIGHT), ::GetSysColor(COLOR_HIGHLIGHTTEXT));
-    const INT element = COLOR_HIGHLIGHTTEXT;
-    const COLORREF former = ::GetSysColor(element);
+    // The colour of a frame's title; the skin takes it from the system when it is installed.
     const COLORREF red = RGB(255, 0, 0);
     ::UnInstallTavixSkin();
-    ASSERT_TRUE(::SetSysColors(1, &element, &red));
+    const SystemColour highlight(COLOR_HIGHLIGHTTEXT, red);
     ASSERT_EQ(::InstallTavixSkin(skin.Write()), 1);
     ASSERT_EQ(CTavixSkin::GetGloalTavixSkinColor(CLR_TEXT_HIGHLIGHT), red);
-    {
-        HostDialog dialog({.title = L"HHHH"});
-        EXPECT_GT(InkOf(dialog).white, 15);
-        EXPECT_EQ(PictureOfWindow(dialog).CountOf(red), 0);
-    }
-    ::SetSysColors(1, &element, &former);
+    HostDialog dialog({.title = L"HHHH"});
+    EXPECT_GT(InkOf(dialog).white, 15);
+    EXPECT_EQ(PictureOfWindow(dialog).CountOf(red), 0);
 }
 
 TEST_F(DialogTitle, MakesRoomForTheIcon) {

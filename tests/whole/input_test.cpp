@@ -128,8 +128,10 @@ protected:
         host.hbrBackground = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH));
         host.lpszClassName = "Tavix_PaneA";
         ::RegisterClassA(&host);
-        EXPECT_EQ(library.install(BundledSkin().c_str()), 1) << BundledSkin();
-        EXPECT_NE(library.bitmap(0), nullptr) << "the bundled skin has to be compiled first";
+    }
+    void SetUp() override {
+        ASSERT_EQ(library.install(BundledSkin().c_str()), 1) << BundledSkin();
+        ASSERT_NE(library.bitmap(0), nullptr) << "the bundled skin has to be compiled first";
     }
     ~WholeLibrary() override { library.uninstall(); }
 
