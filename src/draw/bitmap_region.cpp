@@ -149,4 +149,23 @@ int RegionFromBitmapKey(CRgn* region, CBitmap* bitmap, COLORREF key, const SIZE*
     return 1;
 }
 
+bool HasMoreKeyRuns(CBitmap* bitmap, COLORREF key, const SIZE& extent, int most) {
+    constexpr DibPixel kColour = 0xFFFFFFu;
+    const DibPixel pixel = KeyPixel(key);
+    BitmapRows rows(bitmap);
+    const CSize size = Bounded(rows.Size(), &extent);
+    int runs = 0;
+    for (int y = 0; y < size.cy && runs <= most; ++y) {
+        const DibPixel* row = rows.Row(y);
+        if (!row) break;
+        bool inside = false;
+        for (int x = 0; x < size.cx; ++x) {
+            const bool equal = (row[x] & kColour) == pixel;
+            if (equal && !inside) ++runs;
+            inside = equal;
+        }
+    }
+    return runs > most;
+}
+
 }  // namespace tavix

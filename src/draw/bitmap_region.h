@@ -25,4 +25,10 @@ class BitmapRows;
  */
 HRGN RegionOfPixels(BitmapRows& rows, const SIZE& size, COLORREF key, bool equal);
 
+/*
+ * True if the pixels that equal the key, within `extent`, lie in more than `most` runs of a row: no
+ * shape that anybody drew, and dear to make a region of.
+ */
+bool HasMoreKeyRuns(CBitmap* bitmap, COLORREF key, const SIZE& extent, int most);
+
 }  // namespace tavix

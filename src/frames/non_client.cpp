@@ -11,13 +11,9 @@ namespace tavix {
 
 namespace {
 
-// A corner is a few dozen rectangles. What a hostile bitmap makes of one costs the whole desktop
-// dear, and some window systems end a program that asks for so much.
-constexpr DWORD kMostRectangles = 16'384;
-
-bool IsModest(const CRgn& region) {
-    return ::GetRegionData(region, 0, nullptr) <= sizeof(RGNDATAHEADER) + kMostRectangles * sizeof(RECT);
-}
+// A corner is a few dozen runs. What a hostile bitmap makes of one costs the whole desktop dear, and
+// some window systems end a program that asks for so much.
+constexpr int kMostCornerRuns = 8'192;
 
 CSize WindowSize(HWND window) {
     CRect rect;
@@ -26,7 +22,7 @@ CSize WindowSize(HWND window) {
 }
 
 void CutCorner(CRgn& region, CSize window, CBitmap* corner, int left) {
-    if (!corner) return;
+    if (!corner || HasMoreKeyRuns(corner, kCornerKey, window, kMostCornerRuns)) return;
     CRgn shape;
     RegionFromBitmapKey(&shape, corner, kCornerKey, &window);
     shape.OffsetRgn(left, 0);
@@ -45,7 +41,6 @@ void SetCornerRegion(HWND window, CBitmap* left, CBitmap* right, int rightOffset
     CRgn region;
     region.CreateRectRgn(0, 0, size.cx, size.cy);
     CutCorners(region, size, left, right, rightOffset);
-    if (!IsModest(region)) region.CreateRectRgn(0, 0, size.cx, size.cy);
     if (::SetWindowRgn(window, region, TRUE)) region.Detach();
 }
 

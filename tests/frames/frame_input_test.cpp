@@ -19,7 +19,7 @@ protected:
         EXPECT_EQ(frame.Skin().MinState(), min);
     }
 
-    TestSkin skin;
+    FramesOnlySkin skin;
     SkinnedThread thread{skin};
 };
 

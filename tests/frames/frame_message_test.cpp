@@ -15,7 +15,7 @@ protected:
     HostFrame Frame(DWORD style = kFullStyle, const char* title = "", HMENU menu = nullptr) {
         return HostFrame(style, kFramePlace, title, menu, GetParam());
     }
-    TestSkin skin;
+    FramesOnlySkin skin;
     SkinnedThread thread{skin};
 };
 INSTANTIATE_TEST_SUITE_P(Charsets, FrameMessage, testing::Values(Charset::Ansi, Charset::Unicode),
@@ -259,7 +259,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_P(FrameSystemMenu, ItemsFollowTheStyleAtCreationAndTheWindowsState) {
-    TestSkin skin;
+    FramesOnlySkin skin;
     SkinnedThread thread(skin);
     HostFrame frame(GetParam().style);
     ::ShowWindow(frame, GetParam().show);
@@ -280,7 +280,7 @@ TEST_P(FrameSystemMenu, ItemsFollowTheStyleAtCreationAndTheWindowsState) {
 }
 
 TEST(FrameMenuPopup, OtherPopupsAreLeftAlone) {
-    TestSkin skin;
+    FramesOnlySkin skin;
     SkinnedThread thread(skin);
     HostFrame frame;
     HMENU popup = ::CreatePopupMenu();

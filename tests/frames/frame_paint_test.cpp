@@ -38,7 +38,7 @@ protected:
         EXPECT_EQ(DifferenceOutside(expected, PictureOfWindow(frame), ClientInWindow(frame)), "");
     }
 
-    TestSkin skin;
+    FramesOnlySkin skin;
     SkinnedThread thread{skin};
 };
 
@@ -226,14 +226,14 @@ TEST_F(FramePaint, PaintsOnAMemoryContextWithoutAnyWindow) {
 // Any bitmap may be missing: each alone, and all at once.
 TEST_F(FramePaint, PaintsWithAnyBitmapMissing) {
     for (DWORD id = BMP_FRAME_CLOSE_NORMAL; id <= BMP_FRAME_GRIPPER; ++id) {
-        TestSkin poor;
+        FramesOnlySkin poor;
         poor.RemoveBitmap(id);
         ASSERT_EQ(SetSkinFromFile(poor.Write()), 1);
         HostFrame frame(kFullStyle, kFramePlace, "Title");
         EXPECT_EQ(frame.Send(WM_NCPAINT, 1), 0);
         EXPECT_EQ(PictureOfWindow(frame).At(0, 100), PictureOfWindow(frame).At(0, 101));
     }
-    TestSkin bare;
+    FramesOnlySkin bare;
     bare.RemoveBitmaps(skinFrame);
     ASSERT_EQ(SetSkinFromFile(bare.Write()), 1);
     HostFrame frame;
@@ -245,7 +245,7 @@ TEST_F(FramePaint, PaintsWithSizesAndBitmapsOfAbsurdExtent) {
     for (const DWORD size : {0u, 1u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, 5000u}) {
         for (DWORD id : {SZ_FRAME_LEFT, SZ_FRAME_RIGHT, SZ_FRAME_BOTTOM, SZ_FRAME_CAPTION,
                          SZ_FRAME_MENU_STRIP, SZ_MIN_TRACK_X, SZ_MIN_TRACK_Y}) {
-            TestSkin odd;
+            FramesOnlySkin odd;
             odd.SetSize(id, size);
             ASSERT_EQ(SetSkinFromFile(odd.Write()), 1);
             const DWORD start = ::GetTickCount();
@@ -255,7 +255,7 @@ TEST_F(FramePaint, PaintsWithSizesAndBitmapsOfAbsurdExtent) {
             EXPECT_LT(::GetTickCount() - start, 2000u) << id << " " << size;
         }
     }
-    TestSkin large;
+    FramesOnlySkin large;
     for (DWORD id : {BMP_FRAME_CAPTION_LEFT, BMP_FRAME_CAPTION_RIGHT, BMP_FRAME_GRIPPER}) {
         // Every second pixel is cut away: the worst that a region can be made of.
         large.SetBitmap(id, 1500, 1500,
