@@ -113,6 +113,7 @@ SkinInUse::~SkinInUse() {
     if (--m_skin->m_nUses == 0 && m_skin->m_bDoomed) delete m_skin;
 }
 
+// Deletes the object, at once or when the last scope that uses it ends.
 void DeleteWhenUnused(CSkinWndBaseClass* skin) {
     skin->m_bDoomed = true;
     if (skin->m_nUses == 0) delete skin;

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-class CSkinWndBaseClass;
+#include "engine/skin_wnd_base.h"
 
 /* Takes the place of a window's procedure from the first Attach on. */
 LRESULT CALLBACK SkinWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -27,9 +27,6 @@ public:
 private:
     CSkinWndBaseClass* m_skin;
 };
-
-/* Deletes the object, at once or when the last scope that uses it ends. */
-void DeleteWhenUnused(CSkinWndBaseClass* skin);
 
 /*
  * Gives the windows that outlive their thread's engine back to their previous procedures: the
