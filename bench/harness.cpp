@@ -68,27 +68,32 @@ void Report::AtMost(const std::string& name, const Pair& pair, double most) {
     char target[32];
     std::snprintf(target, sizeof target, "<= %.4g", most);
     const double ratio = pair.ours / pair.reference;
-    m_results.push_back({name, pair.ours, pair.reference, "us", ratio, target, ratio <= most});
+    Add({name, pair.ours, pair.reference, "us", ratio, target, ratio <= most});
 }
 
 void Report::AtLeastAsFast(const std::string& name, const Pair& pair, double least) {
     char target[48];
     std::snprintf(target, sizeof target, ">= %.4g times as fast", least);
     const double ratio = pair.reference / pair.ours;
-    m_results.push_back({name, pair.ours, pair.reference, "us", ratio, target, ratio >= least});
+    Add({name, pair.ours, pair.reference, "us", ratio, target, ratio >= least});
 }
 
 void Report::Amount(const std::string& name, double ours, double reference, const std::string& unit,
                     const std::string& target, bool holds) {
-    m_results.push_back({name, ours, reference, unit, reference != 0 ? ours / reference : 0, target, holds});
+    Add({name, ours, reference, unit, reference != 0 ? ours / reference : 0, target, holds});
 }
 
-void Report::Print() const {
+void Report::Begin() const {
     std::printf("%-62s %12s %12s %-8s %9s  %-22s %s\n", "what", "ours", "reference", "unit", "ratio",
                 "target", "holds");
-    for (const Result& r : m_results)
-        std::printf("%-62s %12.2f %12.2f %-8s %9.2f  %-22s %s\n", r.name.c_str(), r.ours, r.reference,
-                    r.unit.c_str(), r.ratio, r.target.c_str(), r.holds ? "yes" : "NO");
+}
+
+// Told at once: a whole run takes minutes.
+void Report::Add(const Result& r) {
+    m_results.push_back(r);
+    std::printf("%-62s %12.2f %12.2f %-8s %9.2f  %-22s %s\n", r.name.c_str(), r.ours, r.reference,
+                r.unit.c_str(), r.ratio, r.target.c_str(), r.holds ? "yes" : "NO");
+    std::fflush(stdout);
 }
 
 bool Report::WriteJson(const std::string& path) const {

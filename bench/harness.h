@@ -49,11 +49,13 @@ public:
     void Amount(const std::string& name, double ours, double reference, const std::string& unit,
                 const std::string& target, bool holds);
 
-    void Print() const;
+    /* Prints the table's head; each line follows when it is known. */
+    void Begin() const;
     /* Writes the array; false if the file can't be written. */
     bool WriteJson(const std::string& path) const;
 
 private:
+    void Add(const Result& result);
     std::vector<Result> m_results;
 };
 

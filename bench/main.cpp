@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
 
     ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     bench::Report report;
+    report.Begin();
     bench::MeasureDrawing(report);
     bench::MeasureLoading(report, skin);
     const bench::NativeWindows native;
@@ -32,7 +33,6 @@ int main(int argc, char** argv) {
     UnInstallTavixSkin();
     ::CoUninitialize();
 
-    report.Print();
     if (!json.empty() && !report.WriteJson(json)) {
         std::fprintf(stderr, "tavix_bench: '%s' can't be written\n", json.c_str());
         return 2;

@@ -9,7 +9,7 @@ namespace bench {
 namespace {
 
 constexpr UINT kUnhandled = WM_USER + 77;
-constexpr int kMessages = 20'000;
+constexpr int kMessages = 2'000;
 
 HHOOK g_bareHook = nullptr;
 WNDPROC g_former = nullptr;

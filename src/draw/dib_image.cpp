@@ -155,8 +155,12 @@ HBITMAP DibImageToBitmap(HDC dc, std::span<const std::byte> image) {
     const auto bits = FindBits(bytes, header->head);
     if (bits.empty()) return nullptr;
 
-    // The bitmap that is selected decides the format of the new one.
     const bool mono = header->head.biBitCount == 1;
+    // A context of the display has the device's format by itself, and asking it for its depth is dear.
+    if (!mono && ::GetObjectType(dc) == OBJ_DC)
+        return ::CreateDIBitmap(dc, &header->head, CBM_INIT, bits.data(), header->Info(), DIB_RGB_COLORS);
+
+    // Elsewhere the bitmap that is selected decides the format of the new one.
     const UINT planes = mono ? 1 : static_cast<UINT>(::GetDeviceCaps(dc, PLANES));
     const UINT depth = mono ? 1 : static_cast<UINT>(::GetDeviceCaps(dc, BITSPIXEL));
     CBitmap pattern;
