@@ -6,6 +6,7 @@
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
+#include "scroll/skin_scroll_bar.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -38,6 +39,17 @@ void AttachButton(HWND window) {
     if ((StyleOf(window) & 0xF) != BS_GROUPBOX) AttachSkin<CSkinButton>(window);
 }
 
+/* A bar that took a control over lives as long as the window. */
+class ControlScrollBar final : public CSkinScrollBar {
+    void PostNcDestroy() override { delete this; }
+};
+
+// The bar is no skin object of the window's chain: it is the window's one object from now on.
+void AttachScrollBar(HWND window) {
+    ControlScrollBar* bar = new (std::nothrow) ControlScrollBar;
+    if (bar && !bar->AttachControl(window)) delete bar;
+}
+
 struct ClassRow {
     const char* className;
     void (*attach)(HWND window);
@@ -46,6 +58,7 @@ struct ClassRow {
 // In this order; the first match wins. Names are compared whatever their case.
 constexpr ClassRow kClassTable[] = {
     {"#32770", AttachSkin<CSkinDialog>},
+    {"ScrollBar", AttachScrollBar},
     {"Tavix_PaneA", AttachSkin<CSkinFrame>},
     {"Tavix_PaneB", AttachSkin<CSkinFrame>},
     {"Tavix_PaneC", AttachSkin<CSkinFrame>},

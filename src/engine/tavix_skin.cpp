@@ -7,6 +7,7 @@
 #include "engine/skin_wnd_base.h"
 #include "engine/skin_wnd_proc.h"
 #include "engine/window_hook.h"
+#include "tavixskin/framework/wnd.h"
 
 IMPLEMENT_DYNAMIC(CTavixSkin, CObject)
 
@@ -31,7 +32,8 @@ CTavixSkin::CTavixSkin() : m_hHook(nullptr), m_hMutex(nullptr) {}
 
 CTavixSkin::~CTavixSkin() {
     if (m_hMutex) ::CloseHandle(m_hMutex);
-    if (!m_lstSkinWnd.IsEmpty()) KeepLibraryLoaded();
+    const CHandleMap* frameworkWindows = AfxMapHWND(false);
+    if (!m_lstSkinWnd.IsEmpty() || (frameworkWindows && frameworkWindows->HasPermanents())) KeepLibraryLoaded();
     for (POSITION at = m_lstSkinWnd.GetStartPosition(); at;) {
         void* window = nullptr;
         void* head = nullptr;
