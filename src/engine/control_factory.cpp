@@ -6,6 +6,8 @@
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
+#include "scroll/scroll_host.h"
+#include "scroll/skin_scroll_bar.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -26,6 +28,11 @@ void AttachRefreshedFrame(HWND window) {
     RefreshFrame(window);
 }
 
+void AttachScrollingClient(HWND window) {
+    InstallScrollHost(window);
+    AttachSkin<CSkinClientWnd>(window);
+}
+
 DWORD StyleOf(HWND window) { return static_cast<DWORD>(::GetWindowLongA(window, GWL_STYLE)); }
 
 // The framework's frames and views share one class; what has any part of a caption is a frame.
@@ -38,6 +45,17 @@ void AttachButton(HWND window) {
     if ((StyleOf(window) & 0xF) != BS_GROUPBOX) AttachSkin<CSkinButton>(window);
 }
 
+/* A bar that took a control over lives as long as the window. */
+class ControlScrollBar final : public CSkinScrollBar {
+    void PostNcDestroy() override { delete this; }
+};
+
+// The bar is no skin object of the window's chain: it is the window's one object from now on.
+void AttachScrollBar(HWND window) {
+    ControlScrollBar* bar = new (std::nothrow) ControlScrollBar;
+    if (bar && !bar->AttachControl(window)) delete bar;
+}
+
 struct ClassRow {
     const char* className;
     void (*attach)(HWND window);
@@ -46,6 +64,7 @@ struct ClassRow {
 // In this order; the first match wins. Names are compared whatever their case.
 constexpr ClassRow kClassTable[] = {
     {"#32770", AttachSkin<CSkinDialog>},
+    {"ScrollBar", AttachScrollBar},
     {"Tavix_PaneA", AttachSkin<CSkinFrame>},
     {"Tavix_PaneB", AttachSkin<CSkinFrame>},
     {"Tavix_PaneC", AttachSkin<CSkinFrame>},
@@ -53,12 +72,12 @@ constexpr ClassRow kClassTable[] = {
     {"Tavix_PaneE", AttachRefreshedFrame},
     {"Tavix_PaneF", AttachRefreshedFrame},
     {"Tavix_PaneG", AttachRefreshedFrame},
-    {"Tavix_PaneH", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneH", AttachScrollingClient},
     {"Tavix_PaneI", AttachSkin<CSkinFrame>},
     {"Tavix_PaneJ", AttachSkin<CSkinFrame>},
-    {"Tavix_PaneK", AttachSkin<CSkinClientWnd>},
-    {"Tavix_PaneL", AttachSkin<CSkinClientWnd>},
-    {"Tavix_PaneM", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneK", AttachScrollingClient},
+    {"Tavix_PaneL", AttachScrollingClient},
+    {"Tavix_PaneM", AttachScrollingClient},
     {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
     {"AfxFrameOrView42", AttachFrameOrView},
     {"Button", AttachButton},

@@ -8,7 +8,7 @@
 #include "engine/skin_wnd_base.h"
 #include "engine/skin_wnd_proc.h"
 #include "engine/window_hook.h"
-#include "tavixskin/framework/module_state.h"
+#include "tavixskin/framework/wnd.h"
 
 IMPLEMENT_DYNAMIC(CTavixSkin, CObject)
 
@@ -29,8 +29,10 @@ CTavixSkin::CTavixSkin() : m_hHook(nullptr), m_hMutex(nullptr) {}
 
 CTavixSkin::~CTavixSkin() {
     if (m_hMutex) ::CloseHandle(m_hMutex);
-    // A window that outlives the engine keeps the shared procedure, so its code has to stay.
-    if (!m_lstSkinWnd.IsEmpty()) AfxKeepLibraryLoaded();
+    // A window that outlives the engine keeps a procedure of the library, so the code has to stay.
+    const CHandleMap* frameworkWindows = AfxMapHWND(false);
+    if (!m_lstSkinWnd.IsEmpty() || (frameworkWindows && frameworkWindows->HasPermanents()))
+        AfxKeepLibraryLoaded();
     for (POSITION at = m_lstSkinWnd.GetStartPosition(); at;) {
         void* window = nullptr;
         void* head = nullptr;
