@@ -27,10 +27,14 @@ public:
     HWND frame;
     HWND buttonParent;
     HWND button;
+    HWND scrollBarParent;
+    HWND levelScrollBar;
+    HWND uprightScrollBar;
 };
 
 /* While the thread is skinned with the file `skin`. */
 void MeasurePainting(Report& report, const NativeWindows& native);
+void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);
 void MeasureMemory(Report& report);

@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     bench::MeasurePainting(report, native);
+    bench::MeasureScrollBars(report, native);
     bench::MeasureMessages(report);
     bench::MeasureSwitch(report, skin);
     bench::MeasureMemory(report);
