@@ -4,7 +4,7 @@
 
 #include "bench_window.h"
 #include "benches.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/skin_face.h"
 

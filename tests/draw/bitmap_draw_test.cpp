@@ -6,7 +6,7 @@
 
 #include "draw/skin_bitmap.h"
 #include "draw_fixture.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 
 using namespace tavix_test;
 using namespace tavix;

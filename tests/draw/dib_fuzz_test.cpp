@@ -6,7 +6,7 @@
 #include "dib_fixture.h"
 #include "draw/dib_image.h"
 #include "draw_fixture.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin/framework/gdi.h"
 
 using namespace tavix_test;

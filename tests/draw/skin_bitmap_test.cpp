@@ -4,7 +4,7 @@
 
 #include "draw/bitmap_draw.h"
 #include "draw_fixture.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 
 using namespace tavix_test;
 using namespace tavix;

@@ -9,7 +9,7 @@
 #include "engine_objects.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
 

@@ -8,7 +8,7 @@
 
 #include "frames/host_dialog.h"
 #include "frames/host_frame.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "support/skin_mutations.h"
 #include "tavixskin.h"
 

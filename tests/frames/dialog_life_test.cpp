@@ -4,7 +4,7 @@
 
 #include "frames/host_dialog.h"
 #include "frames/host_frame.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
 

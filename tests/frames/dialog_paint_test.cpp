@@ -3,7 +3,7 @@
 
 #include "frames/dialog_paint.h"
 #include "frames/host_dialog.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
 

@@ -5,7 +5,7 @@
 #include "frames/frame_paint.h"
 #include "frames/host_frame.h"
 #include "frames/paint_model.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/framework/wnd.h"
 

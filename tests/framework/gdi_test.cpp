@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin/framework/image_list.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include <cstdio>
 
 #include "storage_access.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 
 namespace tavix_test {
 namespace {

@@ -9,7 +9,7 @@
 #include "skindata/record_tables.h"
 #include "storage_access.h"
 #include "support/compound_platform.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "support/skin_mutations.h"
 
 namespace tavix_test {

@@ -1,4 +1,4 @@
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 
 #include <windows.h>
 
@@ -47,6 +47,38 @@ const GdiEntry* GdiTable() {
     return reinterpret_cast<const GdiEntry*>(static_cast<std::uintptr_t>(table));
 }
 
+// Windows of other processes come and go.
+BOOL CALLBACK AddIfOwn(HWND window, LPARAM count) {
+    DWORD process = 0;
+    if (::GetWindowThreadProcessId(window, &process) && process == ::GetCurrentProcessId())
+        ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+BOOL CALLBACK AddWithChildren(HWND window, LPARAM count) {
+    AddIfOwn(window, count);
+    ::EnumChildWindows(window, &AddIfOwn, count);
+    return TRUE;
+}
+
+int CountWindows() {
+    int count = 0;
+    const LPARAM out = reinterpret_cast<LPARAM>(&count);
+    ::EnumWindows(&AddWithChildren, out);
+    // Windows for messages only are under a parent of their own, which no enumeration visits.
+    for (HWND window = nullptr; (window = ::FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr));)
+        AddWithChildren(window, out);
+    return count;
+}
+
+// Every handle value is tried; menus of other processes are not seen.
+int CountMenus() {
+    int count = 0;
+    for (std::uintptr_t value = 0x20; value <= 0xFFFE; value += 2)
+        if (::IsMenu(reinterpret_cast<HMENU>(value))) ++count;
+    return count;
+}
+
 }  // namespace
 
 int CountGdiObjects() {
@@ -64,20 +96,7 @@ int CountGdiObjects() {
 int CountUserObjects() {
     const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
     if (counted) return static_cast<int>(counted);
-    // Every handle value is tried. The lowest free one is given out first, so that a long stretch
-    // of free ones is the end.
-    constexpr int kEnd = 2048;
-    int count = 0;
-    int unused = 0;
-    for (std::uintptr_t value = 0x20; value <= 0xFFFE && unused < kEnd; value += 2) {
-        // Windows of other processes come and go; their menus are not seen at all.
-        DWORD process = 0;
-        const bool window = ::GetWindowThreadProcessId(reinterpret_cast<HWND>(value), &process) != 0;
-        const bool menu = !window && ::IsMenu(reinterpret_cast<HMENU>(value));
-        if (menu || (window && process == ::GetCurrentProcessId())) ++count;
-        unused = window || menu ? 0 : unused + 1;
-    }
-    return count;
+    return CountWindows() + CountMenus();
 }
 
 }  // namespace tavix_test
