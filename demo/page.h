@@ -32,5 +32,7 @@ void open_dialogs(Stage& stage);
 void open_buttons(Stage& stage);
 void pose_buttons_hot(const Stage& stage, Mouse& mouse);
 void pose_buttons_pressed(const Stage& stage, Mouse& mouse);
+void open_splitters(Stage& stage);
+void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
 
 }  // namespace gallery

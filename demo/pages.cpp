@@ -14,6 +14,8 @@ constexpr Page pages[] = {
     {"buttons", "Buttons", open_buttons, nullptr},
     {"buttons-hot", "Buttons (point at one)", open_buttons, pose_buttons_hot},
     {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
+    {"splitters", "Splitters", open_splitters, nullptr},
+    {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
 };
 
 }  // namespace
