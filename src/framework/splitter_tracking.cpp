@@ -224,11 +224,24 @@ void CSplitterWnd::ShowTracker(bool show) {
     }
 }
 
+// Every other pixel is inverted, as on a chessboard, so that what lies below still shows.
 void CSplitterWnd::OnInvertTracker(const CRect& rect) {
+    static constexpr WORD kChessboard[] = {0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA};
+    CBitmap pattern;
+    CBrush brush;
+    if (!pattern.Attach(::CreateBitmap(8, 8, 1, 1, kChessboard)) ||
+        !brush.Attach(::CreatePatternBrush(pattern)))
+        return;
     // Over the panes too, and although the window's updates are locked.
     HDC dc = ::GetDCEx(m_hWnd, nullptr, DCX_CACHE | DCX_LOCKWINDOWUPDATE);
     if (!dc) return;
-    ::PatBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), DSTINVERT);
+    {
+        const SelectionGuard selection(dc, brush);
+        ::SetTextColor(dc, RGB(0, 0, 0));
+        ::SetBkColor(dc, RGB(255, 255, 255));
+        ::SetBrushOrgEx(dc, 0, 0, nullptr);
+        ::PatBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), PATINVERT);
+    }
     ::ReleaseDC(m_hWnd, dc);
 }
 
