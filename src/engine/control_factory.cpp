@@ -1,6 +1,7 @@
 /* Which window gets which skin: the one place that knows every skin class. */
 #include <new>
 
+#include "commonctrls/list_view_skin.h"
 #include "controls/button_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine/window_class.h"
@@ -33,12 +34,20 @@ void AttachScrollingClient(HWND window) {
     AttachSkin<CSkinClientWnd>(window);
 }
 
+void AttachScrollingView(HWND window) {
+    InstallScrollHost(window);
+    AttachSkin<CSkinListView>(window);
+}
+
 DWORD StyleOf(HWND window) { return static_cast<DWORD>(::GetWindowLongA(window, GWL_STYLE)); }
 
 // The framework's frames and views share one class; what has any part of a caption is a frame.
 void AttachFrameOrView(HWND window) {
     constexpr DWORD kFrameStyles = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-    if (StyleOf(window) & kFrameStyles) AttachRefreshedFrame(window);
+    if (StyleOf(window) & kFrameStyles)
+        AttachRefreshedFrame(window);
+    else
+        AttachScrollingView(window);
 }
 
 void AttachButton(HWND window) {
@@ -79,7 +88,10 @@ constexpr ClassRow kClassTable[] = {
     {"Tavix_PaneL", AttachScrollingClient},
     {"Tavix_PaneM", AttachScrollingClient},
     {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
+    {"syslistview32", AttachSkin<CSkinListView>},
+    {"systreeview32", AttachSkin<CSkinListView>},
     {"AfxFrameOrView42", AttachFrameOrView},
+    {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},
