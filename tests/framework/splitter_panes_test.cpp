@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "splitter_fixture.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 
 namespace tavix_test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "bar_fixture.h"
 #include "support/common_controls.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin/tavix_skin.h"
 
 namespace tavix_test {

@@ -9,7 +9,7 @@
 
 #include "engine/quiet_skins.h"
 #include "host_fixture.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
 #include "tavixskin/value_ids.h"

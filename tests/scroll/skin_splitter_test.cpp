@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin.h"
