@@ -46,10 +46,7 @@ void CSkinScrollBar::StopRepeat() {
 }
 
 // One tick while the button is held.
-bool CSkinScrollBar::StepRepeat() {
-    POINT cursor{};
-    ::GetCursorPos(&cursor);
-    ::ScreenToClient(m_hWnd, &cursor);
+bool CSkinScrollBar::StepRepeat(const POINT& cursor) {
     const ScrollBarRects rects = Rects();
     const bool onFirst = rects.first_arrow.PtInRect(cursor);
     const bool onSecond = rects.second_arrow.PtInRect(cursor);
@@ -87,7 +84,7 @@ LRESULT CSkinScrollBar::OnTimer(WPARAM wParam, LPARAM) {
             Invalidate(thumb, TRUE);
             return 0;
         }
-        return DefaultIf(StepRepeat());
+        return DefaultIf(StepRepeat(point));
     }
     if (m_nHoverTimer && wParam == m_nHoverTimer) {
         point = CPoint(static_cast<LPARAM>(::GetMessagePos()));

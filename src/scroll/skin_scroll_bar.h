@@ -124,7 +124,7 @@ private:
     [[nodiscard]] bool DragTo(const POINT& point);
     [[nodiscard]] bool TrackHot(const POINT& point);
     [[nodiscard]] bool RepaintPart(int part);
-    [[nodiscard]] bool StepRepeat();
+    [[nodiscard]] bool StepRepeat(const POINT& cursor);
     [[nodiscard]] bool ReleaseArrow(int& pressed, const CRect& arrow);
     [[nodiscard]] bool ReleaseThumb();
     [[nodiscard]] bool ReleaseMouse();

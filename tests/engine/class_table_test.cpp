@@ -13,6 +13,7 @@
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
 #include "main/object_watch.h"
+#include "scroll/skin_scroll_bar.h"
 #include "support/common_controls.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
@@ -205,6 +206,19 @@ TEST_F(ClassTable, GivesQuietSkinsToUpDownAndMdiClient) {
     EXPECT_TRUE(HasSkin<CSkinClientWnd>(Make("MSCTLS_UPDOWN32")));
     EXPECT_TRUE(HasSkin<CSkinMDIClient>(Make("MDIClient")));
     EXPECT_TRUE(HasSkin<CSkinMDIClient>(Make("MDICLIENT")));
+}
+
+// The control becomes the framework's own window: no skin object, and no native procedure.
+TEST_F(ClassTable, HandsScrollBarsOverToTheirOwnObject) {
+    for (const char* name : {"ScrollBar", "SCROLLBAR", "scrollbar"}) {
+        HWND bar = Make(name, SBS_VERT);
+        EXPECT_TRUE(IsNative(bar)) << name;
+        CWnd* object = CWnd::FromHandlePermanent(bar);
+        ASSERT_NE(object, nullptr) << name;
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CSkinScrollBar))) << name;
+        ::DestroyWindow(bar);
+        EXPECT_EQ(CWnd::FromHandlePermanent(bar), nullptr) << name;
+    }
 }
 
 TEST_F(ClassTable, WorksForUnicodeWindows) {
