@@ -12,6 +12,7 @@ namespace bench {
 void MeasureDrawing(Report& report);
 /* Before the thread is skinned. */
 void MeasureLoading(Report& report, const std::string& skin);
+void MeasureInterception(Report& report);
 
 /*
  * Native windows to measure beside. They are made before the thread is skinned and so stay
@@ -36,6 +37,7 @@ public:
 void MeasurePainting(Report& report, const NativeWindows& native);
 void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
+void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);
 void MeasureMemory(Report& report);
 

@@ -54,7 +54,28 @@ CImportHook* MakeHook(const tavix::HookRow& row) {
     return new (std::nothrow) CImportHook(row.moduleName, row.functionName, row.replacement, 1);
 }
 
+// Those of the rows from `first` to before `end` that have none, by one walk through the modules.
+void MakeHooks(int first, int end) {
+    const unsigned loads = tavix::LoadsSeen();
+    {
+        const tavix::ModuleWalk walk;
+        for (int i = first; i < end; ++i)
+            if (!g_hooks[i]) g_hooks[i] = MakeHook(kHooks[i]);
+    }
+    if (tavix::LoadsSeen() == loads) return;
+    // A module that another thread loaded meanwhile met only the hooks of its moment.
+    const tavix::ModuleWalk walk;
+    for (int i = first; i < end; ++i)
+        if (const CImportHook* hook = g_hooks[i])
+            ReplaceInAllModules(hook->m_pszModule, hook->m_pfnOrig, hook->m_pfnHook, hook->m_bExcludeSelf);
+}
+
 void EndHook(CImportHook*& hook) { delete std::exchange(hook, nullptr); }
+
+void EndHooks(int first, int end) {
+    const tavix::ModuleWalk walk;
+    for (int i = first; i < end; ++i) EndHook(g_hooks[i]);
+}
 
 }  // namespace
 
@@ -68,24 +89,23 @@ void InstallApiHooks() {
     if (!g_ownReference)
         ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                              reinterpret_cast<const char*>(&InstallApiHooks), &g_ownReference);
-    for (int i = 0; i < tavix::kLoaderHooks; ++i) {
-        if (g_hooks[i]) g_formerLoaderHooks.push_back(g_hooks[i]);
-        g_hooks[i] = MakeHook(kHooks[i]);
-    }
+    // The loader's hooks are made afresh at each install, the others only where there is none.
+    for (int i = 0; i < tavix::kLoaderHooks; ++i)
+        if (CImportHook* former = std::exchange(g_hooks[i], nullptr)) g_formerLoaderHooks.push_back(former);
+    MakeHooks(0, tavix::kLoaderHooks);
     for (int i = 0; i < kControlModuleCount; ++i)
         if (!g_controlModules[i]) g_controlModules[i] = ::LoadLibraryA(kControlModules[i]);
-    for (int i = tavix::kLoaderHooks; i < kHookCount; ++i)
-        if (!g_hooks[i]) g_hooks[i] = MakeHook(kHooks[i]);
+    MakeHooks(tavix::kLoaderHooks, kHookCount);
 }
 
 void UnInstallApiHooks() {
     tavix::RemoveAllScrollHosts();
-    for (int i = tavix::kLoaderHooks; i < kHookCount; ++i) EndHook(g_hooks[i]);
+    EndHooks(tavix::kLoaderHooks, kHookCount);
     for (HMODULE& module : g_controlModules) {
         if (module) ::FreeLibrary(module);
         module = nullptr;
     }
-    for (int i = 0; i < tavix::kLoaderHooks; ++i) EndHook(g_hooks[i]);
+    EndHooks(0, tavix::kLoaderHooks);
     for (CImportHook*& hook : g_formerLoaderHooks) EndHook(hook);
     g_formerLoaderHooks.clear();
     // Whoever took a slot over may call, or give back, the replacement; so may a thread that is in one.

@@ -19,7 +19,8 @@ namespace {
 
 std::atomic<int> g_running = 0;
 
-// Code of the library is on some thread's stack as long as one of these lives.
+// Code of the library is on some thread's stack as long as one of these lives. Where a replacement
+// has nothing to do but to call, it leaves no frame behind and needs none.
 struct Running {
     Running() { g_running.fetch_add(1, std::memory_order_relaxed); }
     ~Running() { g_running.fetch_sub(1, std::memory_order_relaxed); }
@@ -190,6 +191,7 @@ FARPROC WINAPI HookedGetProcAddress(HMODULE module, LPCSTR name) {
 }
 
 int WINAPI HookedSetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL redraw) {
+    if (!MayBeHost(window)) return ::SetScrollInfo(window, bar, info, redraw);
     const Running running;
     const std::optional<HostBars> host = FindHostBars(window, bar);
     // Other bars than these two have no native state that could be read.
@@ -201,6 +203,7 @@ int WINAPI HookedSetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL re
 }
 
 BOOL WINAPI HookedSetScrollRange(HWND window, int bar, int min, int max, BOOL redraw) {
+    if (!MayBeHost(window)) return ::SetScrollRange(window, bar, min, max, redraw);
     const Running running;
     if (const std::optional<HostBars> host = FindHostBars(window, bar)) {
         const LastErrorKeeper keeper;
@@ -210,6 +213,7 @@ BOOL WINAPI HookedSetScrollRange(HWND window, int bar, int min, int max, BOOL re
 }
 
 int WINAPI HookedSetScrollPos(HWND window, int bar, int position, BOOL redraw) {
+    if (!MayBeHost(window)) return ::SetScrollPos(window, bar, position, redraw);
     const Running running;
     if (const std::optional<HostBars> host = FindHostBars(window, bar)) {
         const LastErrorKeeper keeper;
@@ -221,6 +225,7 @@ int WINAPI HookedSetScrollPos(HWND window, int bar, int position, BOOL redraw) {
 }
 
 BOOL WINAPI HookedGetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
+    if (!MayBeHost(window)) return ::GetScrollInfo(window, bar, info);
     const Running running;
     const std::optional<HostBars> host = FindHostBars(window, bar);
     const BOOL result = ::GetScrollInfo(window, bar, info);
@@ -256,6 +261,7 @@ BOOL WINAPI HookedEnableScrollBar(HWND window, UINT bars, UINT arrows) {
 }
 
 BOOL WINAPI HookedMoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint) {
+    if (!MayBeHost(window)) return ::MoveWindow(window, x, y, width, height, repaint);
     const Running running;
     const bool isHost = FindHostBars(window, -1).has_value();
     const BOOL result = ::MoveWindow(window, x, y, width, height, repaint);

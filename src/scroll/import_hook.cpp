@@ -1,9 +1,11 @@
 #include "scroll/import_hook.h"
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <map>
 #include <new>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -32,10 +34,17 @@ tavix::SrwLock g_slotLock;
 struct ReplacedSlot {
     HMODULE module;
     FARPROC former;
+    FARPROC present;
 };
 using ReplacedSlots = std::map<FARPROC*, ReplacedSlot>;
 // Never destroyed: replacements may be called while the process ends.
 ReplacedSlots& g_replacedSlots = *new ReplacedSlots;
+
+std::atomic<unsigned> g_loadsSeen = 0;
+
+// The walk in use, and its thread; 0 if there is none.
+std::atomic<DWORD> g_walkThread = 0;
+const tavix::ModuleWalk* g_walk = nullptr;
 
 // Keeps a module loaded for the length of a scope; empty if it is gone or no module of program code.
 class ModuleInUse {
@@ -51,6 +60,8 @@ public:
         if (m_module) Release();
     }
     explicit operator bool() const { return m_module != nullptr; }
+    /* It stays loaded when this ends; somebody else frees it. */
+    void Keep() { m_module = nullptr; }
     ModuleInUse(const ModuleInUse&) = delete;
     ModuleInUse& operator=(const ModuleInUse&) = delete;
 
@@ -109,7 +120,7 @@ FARPROC* FindSlot(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, FAR
 void NoteSlot(FARPROC* slot, HMODULE module, FARPROC former, FARPROC present) {
     const auto known = g_replacedSlots.find(slot);
     if (known == g_replacedSlots.end())
-        g_replacedSlots.emplace(slot, ReplacedSlot{module, former});
+        g_replacedSlots.emplace(slot, ReplacedSlot{module, former, present});
     else if (known->second.former == present)
         g_replacedSlots.erase(known);
 }
@@ -211,13 +222,10 @@ CImportHook::~CImportHook() {
 void ReplaceInAllModules(const char* moduleName, FARPROC current, FARPROC replacement, int excludeSelf) {
     if (!moduleName || !current || !replacement) return;
     const HMODULE skipped = excludeSelf ? OwnModule() : nullptr;
-    HANDLE snapshot = TakeModuleSnapshot();
-    if (snapshot == INVALID_HANDLE_VALUE) return;
-    MODULEENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Module32First(snapshot, &entry); more; more = ::Module32Next(snapshot, &entry))
-        if (entry.hModule != skipped) ReplaceInOneModule(moduleName, current, replacement, entry.hModule);
-    ::CloseHandle(snapshot);
+    const bool isShared = g_walkThread.load() == ::GetCurrentThreadId();
+    std::optional<tavix::ModuleWalk> own;
+    for (HMODULE module : (isShared ? *g_walk : own.emplace()).Modules())
+        if (module != skipped) ReplaceInModule(moduleName, current, replacement, module);
 }
 
 void ReplaceInOneModule(const char* moduleName, FARPROC current, FARPROC replacement, HMODULE module) {
@@ -234,6 +242,7 @@ void HookNewlyLoadedModule(HMODULE module, DWORD flags) try {
     if (!module || isData || module == OwnModule()) return;
     const ModuleInUse inUse(module);
     if (!inUse) return;
+    g_loadsSeen.fetch_add(1);
     for (const Replacement& r : ReplacementsInForce()) {
         ReplaceInModule(r.moduleName, r.original, r.replacement, module);
         // Interception may have ended in another thread while this one wrote.
@@ -244,6 +253,29 @@ void HookNewlyLoadedModule(HMODULE module, DWORD flags) try {
 }
 
 namespace tavix {
+
+ModuleWalk::ModuleWalk() {
+    DWORD nobody = 0;
+    if (g_walkThread.compare_exchange_strong(nobody, ::GetCurrentThreadId())) g_walk = this;
+    HANDLE snapshot = TakeModuleSnapshot();
+    if (snapshot == INVALID_HANDLE_VALUE) return;
+    MODULEENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = ::Module32First(snapshot, &entry); more; more = ::Module32Next(snapshot, &entry)) {
+        ModuleInUse inUse(entry.hModule);
+        if (!inUse) continue;
+        m_modules.push_back(entry.hModule);
+        inUse.Keep();
+    }
+    ::CloseHandle(snapshot);
+}
+
+ModuleWalk::~ModuleWalk() {
+    if (g_walkThread.load() == ::GetCurrentThreadId() && g_walk == this) g_walkThread = 0;
+    for (HMODULE module : m_modules) ::FreeLibrary(module);
+}
+
+unsigned LoadsSeen() { return g_loadsSeen.load(); }
 
 FARPROC ReplacementOf(FARPROC found) {
     const SrwLock::Shared guard(g_listLock);
@@ -258,11 +290,18 @@ bool ForgetReplacedSlots() {
         const SrwLock::Exclusive guard(g_slotLock);
         slots.swap(g_replacedSlots);
     }
+    bool isForeign = false;
     for (const auto& [slot, replaced] : slots) {
         const ModuleInUse inUse(replaced.module);
-        if (inUse && *slot != replaced.former) return true;
+        if (!inUse) continue;
+        if (*slot == replaced.present)
+            WriteSlot(slot, replaced.module, replaced.present, replaced.former);
+        else if (*slot != replaced.former)
+            isForeign = true;
     }
-    return false;
+    const SrwLock::Exclusive guard(g_slotLock);
+    g_replacedSlots.clear();
+    return isForeign;
 }
 
 }  // namespace tavix

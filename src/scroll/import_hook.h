@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <span>
+#include <vector>
+
 /*
  * One replaced function, in force from the end of the constructor until the destructor. The two
  * names must outlive the object.
@@ -40,11 +43,31 @@ void HookNewlyLoadedModule(HMODULE module, DWORD flags);
 
 namespace tavix {
 
+/*
+ * The modules that are loaded when it is made, which it keeps loaded. While it lives, walks of its
+ * thread go through these instead of asking the system for each hook anew, which takes far longer
+ * than the patching.
+ */
+class ModuleWalk {
+public:
+    ModuleWalk();
+    ~ModuleWalk();
+    ModuleWalk(const ModuleWalk&) = delete;
+    ModuleWalk& operator=(const ModuleWalk&) = delete;
+
+    std::span<const HMODULE> Modules() const { return m_modules; }
+
+private:
+    std::vector<HMODULE> m_modules;
+};
+/* How many modules replaced loader functions have brought so far. */
+unsigned LoadsSeen();
+
 /* What a caller who looks `found` up by its name gets: its replacement, or `found` itself. */
 FARPROC ReplacementOf(FARPROC found);
 /*
- * After hooks have ended: true if a slot that was replaced now holds something else than what it
- * held before, so that somebody may still call the replacement. Forgets the slots.
+ * After hooks have ended: restores the slots of modules that came during the end. True if one holds
+ * what somebody else put there since, who may still call the replacement. Forgets all slots.
  */
 bool ForgetReplacedSlots();
 

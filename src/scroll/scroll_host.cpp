@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <utility>
@@ -28,12 +29,22 @@ struct HostRecord : SCROLLHOST {
 // Guards the array and the records in it. Objects of bars are deleted only after their record has
 // left the array, so whoever holds the lock may read their handles.
 tavix::SrwLock g_lock;
-// The number of hosts: most calls come for windows of programs that have none.
-std::atomic<int> g_hostCount = 0;
+// How many hosts have a handle of that hash. Most calls come for windows that are no hosts, and
+// see here, without a lock, that they aren't.
+constexpr std::size_t kHashes = 1024;
+std::atomic<unsigned> g_hashCounts[kHashes];
+
+std::atomic<unsigned>& CountOf(HWND window) {
+    const auto value = reinterpret_cast<std::uintptr_t>(window);
+    // Handles are even numbers, and differ in their low words first.
+    return g_hashCounts[(value >> 1 ^ value >> 11) % kHashes];
+}
 
 // Replaced functions may be called while the process ends, when the array is gone.
 struct EndOfHosts {
-    ~EndOfHosts() { g_hostCount = 0; }
+    ~EndOfHosts() {
+        for (auto& count : g_hashCounts) count = 0;
+    }
 } g_endOfHosts;
 
 // Guards the two lists below.
@@ -143,7 +154,7 @@ int IndexOf(HWND window) {
 HostRecord* TakeOut(int index) {
     auto* record = static_cast<HostRecord*>(m_arrScrollHosts[index]);
     m_arrScrollHosts.RemoveAt(index);
-    --g_hostCount;
+    if (record) --CountOf(record->m_hWnd);
     return record;
 }
 
@@ -298,7 +309,7 @@ int InstallScrollHost(HWND window) try {
     {
         const tavix::SrwLock::Exclusive guard(g_lock);
         m_arrScrollHosts.Add(record);
-        ++g_hostCount;
+        ++CountOf(window);
     }
     return 1;
 } catch (const std::bad_alloc&) {
@@ -362,8 +373,10 @@ void LayoutHost(HWND host, std::optional<int> horizontal, std::optional<int> ver
     LayoutFound([host] { return IndexOf(host); }, horizontal, vertical, CRect());
 }
 
+bool MayBeHost(HWND window) { return CountOf(window).load(std::memory_order_relaxed) != 0; }
+
 std::optional<HostBars> FindHostBars(HWND window, int bar) {
-    if (bar == SB_CTL || g_hostCount.load(std::memory_order_relaxed) == 0) return std::nullopt;
+    if (bar == SB_CTL || !MayBeHost(window)) return std::nullopt;
     HostBars bars;
     {
         const SrwLock::Shared guard(g_lock);
@@ -417,7 +430,7 @@ void RemoveAllScrollHosts() {
             if (m_arrScrollHosts.IsEmpty()) break;
             record = TakeOut(0);
         }
-        EndOrHandOver(record);
+        if (record) EndOrHandOver(record);
     }
     const SrwLock::Exclusive guard(g_lock);
     m_arrScrollHosts.RemoveAll();

@@ -78,6 +78,8 @@ struct HostBars {
     /* The bar that a bar code means. */
     HWND Bar(int code) const { return code == SB_VERT ? vertical : horizontal; }
 };
+/* False only for windows that are no hosts; costs next to nothing, which most calls need. */
+bool MayBeHost(HWND window);
 /* As FindScrollHost, any negative result being nothing. Keeps the thread's last error. */
 std::optional<HostBars> FindHostBars(HWND window, int bar);
 

@@ -473,7 +473,7 @@ TEST(LoadingThreads, MayLoadWhileInterceptionComesAndGoes) {
     std::atomic<int> loads = 0;
     const ClientCalls& client = Client();
     std::vector<std::thread> threads;
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 2; ++i)
         threads.emplace_back([&] {
             ClientCopy copy;
             while (!isOver) {
@@ -484,7 +484,7 @@ TEST(LoadingThreads, MayLoadWhileInterceptionComesAndGoes) {
             }
         });
     const ImportSlots before = SlotsOf(ClientModule());
-    for (int i = 0; i < 20; ++i) Interception on;
+    for (int i = 0; i < 6; ++i) Interception on;
     isOver = true;
     for (std::thread& thread : threads) thread.join();
     EXPECT_GT(loads.load(), 0);
