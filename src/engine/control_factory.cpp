@@ -1,7 +1,10 @@
 /* Which window gets which skin: the one place that knows every skin class. */
 #include <new>
 
+#include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/header_skin.h"
+#include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
@@ -62,7 +65,11 @@ constexpr ClassRow kClassTable[] = {
     {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
     {"AfxFrameOrView42", AttachFrameOrView},
     {"Button", AttachButton},
+    {"SysAnimate32", AttachSkin<CSkinAnimate>},
+    {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
+    {"SysHeader32", AttachSkin<CSkinHeader>},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
+    {"msctls_trackbar32", AttachSkin<CSkinClientWnd>},  // never reached: it has its skin above
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},
     {"MDIClient", AttachSkin<CSkinMDIClient>},
 };
