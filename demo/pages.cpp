@@ -14,6 +14,7 @@ constexpr Page pages[] = {
     {"buttons", "Buttons", open_buttons, nullptr},
     {"buttons-hot", "Buttons (point at one)", open_buttons, pose_buttons_hot},
     {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
+    {"header", "Headers and trackbars (press a column)", open_header, pose_header_pressed},
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
 };
