@@ -11,6 +11,7 @@
 #include "frame_window.h"
 #include "handles.h"
 #include "page.h"
+#include "report_list.h"
 #include "tavixskin/skin_splitter_wnd.h"
 
 namespace gallery {
@@ -134,35 +135,13 @@ void fill_folders(HWND tree) {
 }
 
 void fill_letters(HWND list) {
-    constexpr struct {
-        const char* name;
-        int width;
-    } columns[] = {{"From", 130}, {"Subject", 210}, {"Received", 80}};
-    constexpr const char* letters[][3] = {
-        {"Paper Mill Hochtal", "Order 4711: delivery on Thursday", "Today 8:52"},
-        {"Ana Duarte", "Drafts of the cover", "Today 8:10"},
-        {"Town library", "Two books are due", "Yesterday"},
-        {"Print shop Krone", "Offer for 500 posters", "Yesterday"},
-    };
-    for (int i = 0; i < 3; ++i) {
-        LVCOLUMNA column = {};
-        column.mask = LVCF_TEXT | LVCF_WIDTH;
-        column.cx = columns[i].width;
-        column.pszText = const_cast<char*>(columns[i].name);
-        SendMessageA(list, LVM_INSERTCOLUMNA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
-    }
-    int row = 0;
-    for (const auto& letter : letters) {
-        LVITEMA item = {};
-        item.mask = LVIF_TEXT;
-        item.iItem = row++;
-        for (const char* text : letter) {
-            item.pszText = const_cast<char*>(text);
-            SendMessageA(list, item.iSubItem ? LVM_SETITEMA : LVM_INSERTITEMA, 0,
-                         reinterpret_cast<LPARAM>(&item));
-            ++item.iSubItem;
-        }
-    }
+    constexpr ReportColumn columns[] = {
+        {"From", 130, LVCFMT_LEFT}, {"Subject", 210, LVCFMT_LEFT}, {"Received", 80, LVCFMT_LEFT}};
+    fill_report(list, columns,
+                {{"Paper Mill Hochtal", "Order 4711: delivery on Thursday", "Today 8:52"},
+                 {"Ana Duarte", "Drafts of the cover", "Today 8:10"},
+                 {"Town library", "Two books are due", "Yesterday"},
+                 {"Print shop Krone", "Offer for 500 posters", "Yesterday"}});
 }
 
 /* Folders beside letters, and the letters above the one that is read. */

@@ -2,7 +2,10 @@
 #include <new>
 
 #include "commonctrls/list_view_skin.h"
+#include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/header_skin.h"
+#include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
@@ -93,7 +96,11 @@ constexpr ClassRow kClassTable[] = {
     {"AfxFrameOrView42", AttachFrameOrView},
     {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
+    {"SysAnimate32", AttachSkin<CSkinAnimate>},
+    {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
+    {"SysHeader32", AttachSkin<CSkinHeader>},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
+    {"msctls_trackbar32", AttachSkin<CSkinClientWnd>},  // never reached: it has its skin above
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},
     {"MDIClient", AttachSkin<CSkinMDIClient>},
 };

@@ -7,7 +7,10 @@
 
 #include <cctype>
 
+#include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/header_skin.h"
+#include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine_objects.h"
 #include "frames/dialog_skin.h"
@@ -218,6 +221,15 @@ TEST_F(ClassTable, HandsScrollBarsOverToTheirOwnObject) {
         EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CSkinScrollBar))) << name;
         ::DestroyWindow(bar);
         EXPECT_EQ(CWnd::FromHandlePermanent(bar), nullptr) << name;
+TEST_F(ClassTable, GivesHeadersAndTrackbarsAndAnimationsTheirSkins) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"SysHeader32", "SYSHEADER32", "sysheader32"})
+            EXPECT_TRUE(HasSkin<CSkinHeader>(Make(name))) << name;
+        EXPECT_TRUE(HasSkin<CSkinAnimate>(Make("sysanimate32")));
+        // Of the two rows for trackbars only the first counts.
+        EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("msctls_trackbar32")));
+        EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("MSCTLS_TRACKBAR32", TBS_VERT)));
     }
 }
 
