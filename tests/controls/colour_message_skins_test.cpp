@@ -9,7 +9,7 @@
 #include <string>
 
 #include "support/common_controls.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin/framework/geometry.h"

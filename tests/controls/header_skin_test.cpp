@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "support/common_controls.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin.h"

@@ -221,6 +221,9 @@ TEST_F(ClassTable, HandsScrollBarsOverToTheirOwnObject) {
         EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CSkinScrollBar))) << name;
         ::DestroyWindow(bar);
         EXPECT_EQ(CWnd::FromHandlePermanent(bar), nullptr) << name;
+    }
+}
+
 TEST_F(ClassTable, GivesHeadersAndTrackbarsAndAnimationsTheirSkins) {
     for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
         ControlsWorld world(version);
