@@ -82,11 +82,15 @@ NativeWindows::NativeWindows()
                                         kScrollBarParent.top, kScrollBarParent.Width(),
                                         kScrollBarParent.Height(), nullptr, nullptr, nullptr, nullptr)),
       levelScrollBar(MakeScrollBar(scrollBarParent, false)),
-      uprightScrollBar(MakeScrollBar(scrollBarParent, true)) {
+      uprightScrollBar(MakeScrollBar(scrollBarParent, true)),
+      listParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 400, 320, 620, nullptr,
+                                   nullptr, nullptr, nullptr)),
+      reportList(MakeReportList(listParent)) {
     Pump();
 }
 
 NativeWindows::~NativeWindows() {
+    ::DestroyWindow(listParent);
     ::DestroyWindow(scrollBarParent);
     ::DestroyWindow(buttonParent);
     ::DestroyWindow(frame);

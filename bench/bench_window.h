@@ -40,6 +40,9 @@ const CRect kScrollBarParent{0, 0, 360, 330};
 /* A scroll bar control of that axis; it has a thumb of medium length. */
 HWND MakeScrollBar(HWND parent, bool upright);
 
+/* A report list with one column and no rows. */
+HWND MakeReportList(HWND parent);
+
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);
 void RepaintClient(HWND window);
