@@ -34,5 +34,6 @@ void pose_buttons_hot(const Stage& stage, Mouse& mouse);
 void pose_buttons_pressed(const Stage& stage, Mouse& mouse);
 void open_scroll_bars(Stage& stage);
 void pose_scroll_bars_pressed(const Stage& stage, Mouse& mouse);
+void open_scroll_hosts(Stage& stage);
 
 }  // namespace gallery

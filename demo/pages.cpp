@@ -16,6 +16,7 @@ constexpr Page pages[] = {
     {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
     {"scroll-bars", "Scroll bars", open_scroll_bars, nullptr},
     {"scroll-bars-pressed", "Scroll bars (press a thumb)", open_scroll_bars, pose_scroll_bars_pressed},
+    {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},
 };
 
 }  // namespace
