@@ -39,5 +39,6 @@ void pose_header_pressed(const Stage& stage, Mouse& mouse);
 void open_list_views(Stage& stage);
 void open_splitters(Stage& stage);
 void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
+void open_scroll_hosts(Stage& stage);
 
 }  // namespace gallery

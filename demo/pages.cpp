@@ -20,6 +20,7 @@ constexpr Page pages[] = {
     {"list-views", "List and tree views", open_list_views, nullptr},
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
+    {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},
 };
 
 }  // namespace
