@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "host_fixture.h"
-#include "support/gui_objects.h"
+#include "main/gui_objects.h"
 #include "tavixskin.h"
 
 using namespace tavix_test;
