@@ -163,6 +163,8 @@ HANDLE TakeModuleSnapshot() {
     }
 }
 
+constexpr std::size_t kMostModules = 4096;
+
 void Link(CImportHook* hook) {
     const tavix::SrwLock::Exclusive guard(g_listLock);
     hook->m_pNext = CImportHook::s_pHookList;
@@ -255,13 +257,20 @@ void HookNewlyLoadedModule(HMODULE module, DWORD flags) try {
 namespace tavix {
 
 ModuleWalk::ModuleWalk() {
+    // Room for more than any program has: the list must not fail half-way.
+    try {
+        m_modules.reserve(kMostModules);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
     DWORD nobody = 0;
     if (g_walkThread.compare_exchange_strong(nobody, ::GetCurrentThreadId())) g_walk = this;
     HANDLE snapshot = TakeModuleSnapshot();
     if (snapshot == INVALID_HANDLE_VALUE) return;
     MODULEENTRY32 entry{};
     entry.dwSize = sizeof entry;
-    for (BOOL more = ::Module32First(snapshot, &entry); more; more = ::Module32Next(snapshot, &entry)) {
+    for (BOOL more = ::Module32First(snapshot, &entry); more && m_modules.size() < kMostModules;
+         more = ::Module32Next(snapshot, &entry)) {
         ModuleInUse inUse(entry.hModule);
         if (!inUse) continue;
         m_modules.push_back(entry.hModule);
