@@ -30,13 +30,22 @@ tavix::SrwLock g_listLock;
 // Guards the writing of slots, whose pages change their protection meanwhile, and the notes below.
 tavix::SrwLock g_slotLock;
 
+// Where a slot is. Some modules' slots stand at any multiple of four, so none is read as a pointer.
+using SlotAddress = std::uint8_t*;
+
+FARPROC Held(SlotAddress slot) {
+    FARPROC held;
+    std::memcpy(&held, slot, sizeof held);
+    return held;
+}
+
 // A slot that holds a replacement, and what it held before.
 struct ReplacedSlot {
     HMODULE module;
     FARPROC former;
     FARPROC present;
 };
-using ReplacedSlots = std::map<FARPROC*, ReplacedSlot>;
+using ReplacedSlots = std::map<SlotAddress, ReplacedSlot>;
 // Never destroyed: replacements may be called while the process ends.
 ReplacedSlots& g_replacedSlots = *new ReplacedSlots;
 
@@ -79,11 +88,9 @@ public:
         const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(m_base + dos->e_lfanew);
         if (headers->Signature == IMAGE_NT_SIGNATURE) m_size = headers->OptionalHeader.SizeOfImage;
     }
-    /* The object at a relative address, null if it isn't whole inside the image. */
-    template <class T>
-    T* At(DWORD address) const {
-        if (address == 0 || address > m_size || m_size - address < sizeof(T)) return nullptr;
-        return reinterpret_cast<T*>(m_base + address);
+    /* The bytes at a relative address, null if they aren't whole inside the image. */
+    std::uint8_t* At(DWORD address, std::size_t size) const {
+        return address == 0 || address > m_size || m_size - address < size ? nullptr : m_base + address;
     }
     DWORD AddressOf(const void* inside) const {
         return static_cast<DWORD>(static_cast<const std::uint8_t*>(inside) - m_base);
@@ -94,30 +101,35 @@ private:
     DWORD m_size = 0;
 };
 
-// The first descriptor of an import from that module, null if there is none.
-const IMAGE_IMPORT_DESCRIPTOR* FindImport(HMODULE module, const Image& image, const char* moduleName) {
+// The first descriptor of an import from that module.
+std::optional<IMAGE_IMPORT_DESCRIPTOR> FindImport(HMODULE module, const Image& image,
+                                                  const char* moduleName) {
     ULONG size = 0;
     const void* first = ::ImageDirectoryEntryToData(module, TRUE, IMAGE_DIRECTORY_ENTRY_IMPORT, &size);
-    if (!first) return nullptr;
-    for (DWORD at = image.AddressOf(first);; at += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
-        const auto* import = image.At<const IMAGE_IMPORT_DESCRIPTOR>(at);
-        if (!import || !import->Name) return nullptr;
-        const char* name = image.At<const char>(import->Name);
+    if (!first) return std::nullopt;
+    IMAGE_IMPORT_DESCRIPTOR import;
+    for (DWORD at = image.AddressOf(first);; at += sizeof import) {
+        const std::uint8_t* bytes = image.At(at, sizeof import);
+        if (!bytes) return std::nullopt;
+        std::memcpy(&import, bytes, sizeof import);
+        if (!import.Name) return std::nullopt;
+        const std::uint8_t* name = image.At(import.Name, 1);
         // Names of modules are plain ASCII, so no language's rules of comparison come in.
-        if (name && _stricmp(moduleName, name) == 0) return import;
+        if (name && _stricmp(moduleName, reinterpret_cast<const char*>(name)) == 0) return import;
     }
 }
 
-FARPROC* FindSlot(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, FARPROC content) {
+SlotAddress FindSlot(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, FARPROC content) {
     for (DWORD at = import.FirstThunk;; at += sizeof(FARPROC)) {
-        auto* slot = image.At<FARPROC>(at);
-        if (!slot || !*slot) return nullptr;
-        if (*slot == content) return slot;
+        const SlotAddress slot = image.At(at, sizeof(FARPROC));
+        const FARPROC held = slot ? Held(slot) : nullptr;
+        if (!held) return nullptr;
+        if (held == content) return slot;
     }
 }
 
 // Under the lock.
-void NoteSlot(FARPROC* slot, HMODULE module, FARPROC former, FARPROC present) {
+void NoteSlot(SlotAddress slot, HMODULE module, FARPROC former, FARPROC present) {
     const auto known = g_replacedSlots.find(slot);
     if (known == g_replacedSlots.end())
         g_replacedSlots.emplace(slot, ReplacedSlot{module, former, present});
@@ -125,14 +137,14 @@ void NoteSlot(FARPROC* slot, HMODULE module, FARPROC former, FARPROC present) {
         g_replacedSlots.erase(known);
 }
 
-void WriteSlot(FARPROC* slot, HMODULE module, FARPROC former, FARPROC replacement) {
+void WriteSlot(SlotAddress slot, HMODULE module, FARPROC former, FARPROC replacement) {
     const tavix::SrwLock::Exclusive guard(g_slotLock);
     DWORD protection = 0, unused = 0;
-    const bool isOpen = ::VirtualProtect(slot, sizeof *slot, PAGE_EXECUTE_WRITECOPY, &protection);
+    const bool isOpen = ::VirtualProtect(slot, sizeof(FARPROC), PAGE_EXECUTE_WRITECOPY, &protection);
     ::WriteProcessMemory(::GetCurrentProcess(), slot, &replacement, sizeof replacement, nullptr);
-    if (isOpen) ::VirtualProtect(slot, sizeof *slot, protection, &unused);
+    if (isOpen) ::VirtualProtect(slot, sizeof(FARPROC), protection, &unused);
     try {
-        if (*slot == replacement) NoteSlot(slot, module, former, replacement);
+        if (Held(slot) == replacement) NoteSlot(slot, module, former, replacement);
     } catch (const std::bad_alloc&) {
         // Without the note nobody is asked about this slot later: the library stays for good.
         AfxKeepLibraryLoaded();
@@ -142,8 +154,8 @@ void WriteSlot(FARPROC* slot, HMODULE module, FARPROC former, FARPROC replacemen
 // In a module that is kept loaded.
 void ReplaceInModule(const char* moduleName, FARPROC current, FARPROC replacement, HMODULE module) {
     const Image image(module);
-    const IMAGE_IMPORT_DESCRIPTOR* import = FindImport(module, image, moduleName);
-    FARPROC* slot = import ? FindSlot(image, *import, current) : nullptr;
+    const auto import = FindImport(module, image, moduleName);
+    const SlotAddress slot = import ? FindSlot(image, *import, current) : nullptr;
     if (slot) WriteSlot(slot, module, current, replacement);
 }
 
@@ -162,6 +174,8 @@ HANDLE TakeModuleSnapshot() {
             return snapshot;
     }
 }
+
+constexpr std::size_t kMostModules = 4096;
 
 void Link(CImportHook* hook) {
     const tavix::SrwLock::Exclusive guard(g_listLock);
@@ -255,13 +269,20 @@ void HookNewlyLoadedModule(HMODULE module, DWORD flags) try {
 namespace tavix {
 
 ModuleWalk::ModuleWalk() {
+    // Room for more than any program has: the list must not fail half-way.
+    try {
+        m_modules.reserve(kMostModules);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
     DWORD nobody = 0;
     if (g_walkThread.compare_exchange_strong(nobody, ::GetCurrentThreadId())) g_walk = this;
     HANDLE snapshot = TakeModuleSnapshot();
     if (snapshot == INVALID_HANDLE_VALUE) return;
     MODULEENTRY32 entry{};
     entry.dwSize = sizeof entry;
-    for (BOOL more = ::Module32First(snapshot, &entry); more; more = ::Module32Next(snapshot, &entry)) {
+    for (BOOL more = ::Module32First(snapshot, &entry); more && m_modules.size() < kMostModules;
+         more = ::Module32Next(snapshot, &entry)) {
         ModuleInUse inUse(entry.hModule);
         if (!inUse) continue;
         m_modules.push_back(entry.hModule);
@@ -294,9 +315,9 @@ bool ForgetReplacedSlots() {
     for (const auto& [slot, replaced] : slots) {
         const ModuleInUse inUse(replaced.module);
         if (!inUse) continue;
-        if (*slot == replaced.present)
+        if (Held(slot) == replaced.present)
             WriteSlot(slot, replaced.module, replaced.present, replaced.former);
-        else if (*slot != replaced.former)
+        else if (Held(slot) != replaced.former)
             isForeign = true;
     }
     const SrwLock::Exclusive guard(g_slotLock);

@@ -222,7 +222,7 @@ TEST(ManyThreads, MayCallWhileHostsComeAndGo) {
             }
             ++finished;
         });
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 20; ++i) {
         Pane host(parent);
         current = host;
         PumpMessages(3);

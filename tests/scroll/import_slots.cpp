@@ -23,10 +23,15 @@ const IMAGE_IMPORT_DESCRIPTOR* ImportsOf(HMODULE module) {
 
 ImportSlots SlotsOf(HMODULE module) {
     ImportSlots slots;
-    for (const IMAGE_IMPORT_DESCRIPTOR* import = ImportsOf(module); import && import->Name; ++import)
-        for (auto* slot = reinterpret_cast<const FARPROC*>(BytesOf(module) + import->FirstThunk); *slot;
-             ++slot)
-            slots[slot] = *slot;
+    for (const IMAGE_IMPORT_DESCRIPTOR* import = ImportsOf(module); import && import->Name; ++import) {
+        // Some modules' slots are not aligned as pointers are.
+        for (const std::uint8_t* slot = BytesOf(module) + import->FirstThunk;; slot += sizeof(FARPROC)) {
+            FARPROC held;
+            std::memcpy(&held, slot, sizeof held);
+            if (!held) break;
+            slots[slot] = held;
+        }
+    }
     return slots;
 }
 

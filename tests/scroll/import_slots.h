@@ -10,7 +10,7 @@
 namespace tavix_test {
 
 /* The slots of all imports of a module: where they are, and what they hold. */
-using ImportSlots = std::map<const FARPROC*, FARPROC>;
+using ImportSlots = std::map<const void*, FARPROC>;
 ImportSlots SlotsOf(HMODULE module);
 /* Of all modules that are loaded now. */
 std::vector<HMODULE> LoadedModules();

@@ -45,7 +45,7 @@ TEST_F(ScrollHost, GetsThreeHiddenSiblings) {
     EXPECT_EQ(record.m_bVisible, 1);
     EXPECT_EQ(record.m_bVertShown, 0);
     EXPECT_EQ(record.m_bHorzShown, 0);
-    const HWND vertical = *&record.m_pVertBar->m_hWnd, horizontal = record.m_pHorzBar->m_hWnd,
+    const HWND vertical = record.m_pVertBar->m_hWnd, horizontal = record.m_pHorzBar->m_hWnd,
                corner = record.m_pStub->m_hWnd;
     for (HWND window : {vertical, horizontal, corner}) {
         EXPECT_EQ(::GetParent(window), m_parent.Handle());
