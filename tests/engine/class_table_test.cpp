@@ -7,6 +7,7 @@
 
 #include <cctype>
 
+#include "commonctrls/list_view_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/header_skin.h"
@@ -172,7 +173,17 @@ TEST_F(ClassTable, GivesFramesAndViewsOfOneClassTheirOwn) {
         EXPECT_TRUE(HasSkin<CSkinFrame>(capitals));
     }
     HostWindow view("AfxFrameOrView42", WS_CHILD | WS_VSCROLL | WS_CLIPCHILDREN, m_parent);
-    EXPECT_FALSE(HasSkin<CSkinFrame>(view));
+    EXPECT_TRUE(HasSkin<CSkinListView>(view));
+}
+
+TEST_F(ClassTable, GivesListsTreesAndShellViewsOneSkin) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"SysListView32", "syslistview32", "SYSTREEVIEW32", "SysTreeView32"})
+            EXPECT_TRUE(HasSkin<CSkinListView>(Make(name))) << name;
+    }
+    HostWindow shellView("SHELLDLL_DEFVIEW", WS_CHILD, m_parent);
+    EXPECT_TRUE(HasSkin<CSkinListView>(shellView));
 }
 
 TEST_F(ClassTable, RefreshesAFrameOfTheSharedClass) {
