@@ -50,6 +50,16 @@ Window MakeDialog(const CRect& at) {
     return Window(window);
 }
 
+HWND MakeScrollBar(HWND parent, bool upright) {
+    const CRect& at = upright ? kUprightScrollBar : kLevelScrollBar;
+    const DWORD style = WS_CHILD | WS_VISIBLE | static_cast<DWORD>(upright ? SBS_VERT : SBS_HORZ);
+    HWND bar = ::CreateWindowExA(0, "ScrollBar", "", style, at.left, at.top, at.Width(), at.Height(), parent,
+                                 nullptr, nullptr, nullptr);
+    SCROLLINFO info{sizeof info, SIF_ALL, 0, 99, 30, 20, 0};
+    ::SetScrollInfo(bar, SB_CTL, &info, TRUE);
+    return bar;
+}
+
 void RepaintFrame(HWND window) {
     ::SendMessageA(window, WM_NCPAINT, 1, 0);
     ::GdiFlush();
@@ -67,11 +77,21 @@ NativeWindows::NativeWindows()
       buttonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 80, nullptr,
                                      nullptr, nullptr, nullptr)),
       button(::CreateWindowExA(0, "Button", "Measured", kButtonStyle, 10, 10, 90, 26, buttonParent, nullptr,
-                               nullptr, nullptr)) {
+                               nullptr, nullptr)),
+      scrollBarParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, kScrollBarParent.left,
+                                        kScrollBarParent.top, kScrollBarParent.Width(),
+                                        kScrollBarParent.Height(), nullptr, nullptr, nullptr, nullptr)),
+      levelScrollBar(MakeScrollBar(scrollBarParent, false)),
+      uprightScrollBar(MakeScrollBar(scrollBarParent, true)),
+      listParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 400, 320, 620, nullptr,
+                                   nullptr, nullptr, nullptr)),
+      reportList(MakeReportList(listParent)) {
     Pump();
 }
 
 NativeWindows::~NativeWindows() {
+    ::DestroyWindow(listParent);
+    ::DestroyWindow(scrollBarParent);
     ::DestroyWindow(buttonParent);
     ::DestroyWindow(frame);
 }

@@ -32,6 +32,17 @@ Window MakeDialog(const CRect& at);
 constexpr DWORD kFrameStyle = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
 constexpr DWORD kButtonStyle = WS_CHILD | WS_VISIBLE;
 
+/* Scroll bars in their ordinary thickness, and what a parent of one of each needs. */
+const CRect kLevelScrollBar{30, 10, 330, 27};
+const CRect kUprightScrollBar{5, 10, 22, 310};
+const CRect kScrollBarParent{0, 0, 360, 330};
+
+/* A scroll bar control of that axis; it has a thumb of medium length. */
+HWND MakeScrollBar(HWND parent, bool upright);
+
+/* A report list with one column and no rows. */
+HWND MakeReportList(HWND parent);
+
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);
 void RepaintClient(HWND window);

@@ -12,6 +12,7 @@ namespace bench {
 void MeasureDrawing(Report& report);
 /* Before the thread is skinned. */
 void MeasureLoading(Report& report, const std::string& skin);
+void MeasureInterception(Report& report);
 
 /*
  * Native windows to measure beside. They are made before the thread is skinned and so stay
@@ -27,11 +28,19 @@ public:
     HWND frame;
     HWND buttonParent;
     HWND button;
+    HWND scrollBarParent;
+    HWND levelScrollBar;
+    HWND uprightScrollBar;
+    HWND listParent;
+    HWND reportList;
 };
 
 /* While the thread is skinned with the file `skin`. */
 void MeasurePainting(Report& report, const NativeWindows& native);
+void MeasureScrollBars(Report& report, const NativeWindows& native);
+void MeasureListViews(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
+void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);
 void MeasureMemory(Report& report);
 

@@ -78,6 +78,10 @@ void Report::AtLeastAsFast(const std::string& name, const Pair& pair, double lea
     Add({name, pair.ours, pair.reference, "us", ratio, target, ratio >= least});
 }
 
+void Report::Told(const std::string& name, const Pair& pair) {
+    Add({name, pair.ours, pair.reference, "us", pair.ours / pair.reference, "told only", true});
+}
+
 void Report::Amount(const std::string& name, double ours, double reference, const std::string& unit,
                     const std::string& target, bool holds) {
     Add({name, ours, reference, unit, reference != 0 ? ours / reference : 0, target, holds});

@@ -45,6 +45,8 @@ public:
     void AtMost(const std::string& name, const Pair& pair, double most);
     /* Holds if ours is at least `least` times as fast; the ratio told is reference over ours. */
     void AtLeastAsFast(const std::string& name, const Pair& pair, double least);
+    /* Two times that are told beside each other; there is nothing to hold. */
+    void Told(const std::string& name, const Pair& pair);
     /* A count or an amount; holds if ours is at most `most`. */
     void Amount(const std::string& name, double ours, double reference, const std::string& unit,
                 const std::string& target, bool holds);

@@ -21,13 +21,17 @@ int main(int argc, char** argv) {
     report.Begin();
     bench::MeasureDrawing(report);
     bench::MeasureLoading(report, skin);
+    bench::MeasureInterception(report);
     const bench::NativeWindows native;
     if (!InstallTavixSkin(skin.c_str())) {
         std::fprintf(stderr, "tavix_bench: '%s' can't be installed; run './run build' first\n", skin.c_str());
         return 2;
     }
     bench::MeasurePainting(report, native);
+    bench::MeasureScrollBars(report, native);
+    bench::MeasureListViews(report, native);
     bench::MeasureMessages(report);
+    bench::MeasureInterceptedCalls(report);
     bench::MeasureSwitch(report, skin);
     bench::MeasureMemory(report);
     UnInstallTavixSkin();

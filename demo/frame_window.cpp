@@ -64,7 +64,12 @@ void paint_card(HDC dc, const RECT& client, const Card& card) {
     InflateRect(&space, -card_margin, -card_margin);
     fill(dc, space, border_colour);
     InflateRect(&space, -1, -1);
-    fill(dc, space, card_colour);
+    paint_sheet(dc, space, card);
+}
+
+void paint_sheet(HDC dc, const RECT& area, const Card& card) {
+    fill(dc, area, card_colour);
+    RECT space = area;
     InflateRect(&space, -text_margin, -text_margin);
 
     const OwnedFont heading_font(create_message_font(-heading_height, FW_SEMIBOLD));

@@ -13,6 +13,8 @@ struct Card {
 
 /* Paints a card that fills a client area. */
 void paint_card(HDC dc, const RECT& client, const Card& card);
+/* The card's white sheet with its text alone, for an area that has a border already. */
+void paint_sheet(HDC dc, const RECT& area, const Card& card);
 
 /* The system's font for texts in windows, at a height and weight of its own if those aren't 0. The caller
    owns it. */

@@ -32,5 +32,13 @@ void open_dialogs(Stage& stage);
 void open_buttons(Stage& stage);
 void pose_buttons_hot(const Stage& stage, Mouse& mouse);
 void pose_buttons_pressed(const Stage& stage, Mouse& mouse);
+void open_scroll_bars(Stage& stage);
+void pose_scroll_bars_pressed(const Stage& stage, Mouse& mouse);
+void open_header(Stage& stage);
+void pose_header_pressed(const Stage& stage, Mouse& mouse);
+void open_list_views(Stage& stage);
+void open_splitters(Stage& stage);
+void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
+void open_scroll_hosts(Stage& stage);
 
 }  // namespace gallery

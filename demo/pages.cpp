@@ -14,6 +14,13 @@ constexpr Page pages[] = {
     {"buttons", "Buttons", open_buttons, nullptr},
     {"buttons-hot", "Buttons (point at one)", open_buttons, pose_buttons_hot},
     {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
+    {"scroll-bars", "Scroll bars", open_scroll_bars, nullptr},
+    {"scroll-bars-pressed", "Scroll bars (press a thumb)", open_scroll_bars, pose_scroll_bars_pressed},
+    {"header", "Headers and trackbars (press a column)", open_header, pose_header_pressed},
+    {"list-views", "List and tree views", open_list_views, nullptr},
+    {"splitters", "Splitters", open_splitters, nullptr},
+    {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
+    {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},
 };
 
 }  // namespace

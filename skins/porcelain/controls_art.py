@@ -181,17 +181,17 @@ def button():
 
 # ---- scroll bars -------------------------------------------------------------------------------------------
 
-THUMB, THUMB_EDGE = rgb('#C3D0DE'), rgb('#9DB0C4')
+THUMB, THUMB_EDGE = rgb('#C3D0DE'), rgb('#8FA4BA')
 CAP = 6     # two caps make the shortest thumb, 12 pixels; the middle tile must not be higher than a cap
 
 
 def arrow(size, up, state):
     """Drawn for the vertical bar, pointing up or down; a horizontal bar transposes it."""
-    canvas = Canvas(size, size, TRACK)
+    canvas = Canvas(size, size, TRACK_DISABLED if state == 'disabled' else TRACK)
     if state == 'down':
         canvas.fill(rounded(0, 0, size, size, 2.5), SLATE_DEEP)
         canvas.fill_fall(rounded(1, 1, size - 1, size - 1, 1.8), 1, size - 1, SLATE, SLATE_LIGHT)
-    colour = {'normal': mix(SLATE_DEEP, SLATE_LIGHT, 0.3), 'down': WHITE, 'disabled': rgb('#BAC3CD')}[state]
+    colour = {'normal': mix(SLATE_DEEP, SLATE_LIGHT, 0.3), 'down': WHITE, 'disabled': rgb('#AFBAC5')}[state]
     middle = size / 2
     tip = -1.8 if up else 1.8
     foot = middle - tip
@@ -226,8 +226,8 @@ def scrollbar():
             add('BMP_SB_ARROW%s_%s' % (number, state.upper()), 'arrow%s_%s' % (number, state),
                 lambda width, up=up, state=state: arrow(width - 2, up, state))
     add('BMP_SB_TRACK', 'track', lambda width: Canvas(width, 32, TRACK))
-    add('BMP_SB_TRACK_DISABLED', 'track_disabled', lambda width: Canvas(width, 32, TRACK))
-    for state, look in (('', (mix(THUMB, WHITE, 0.35), THUMB, THUMB_EDGE)),
+    add('BMP_SB_TRACK_DISABLED', 'track_disabled', lambda width: Canvas(width, 32, TRACK_DISABLED))
+    for state, look in (('', (mix(THUMB, WHITE, 0.85), mix(THUMB, WHITE, 0.45), THUMB_EDGE)),
                         ('HOT_', (SLATE_LIGHT, SLATE, SLATE_DEEP))):
         for index, part in enumerate(('TOP', 'BOTTOM', 'TILE')):
             add('BMP_SB_THUMB_%s%s' % (state, part), 'thumb_%s%s' % (state.lower(), part.lower()),

@@ -20,7 +20,8 @@ SURFACE_TOP = rgb('#EEF1F5')    # dialog surface, top
 SURFACE_END = rgb('#E3E9EE')    # dialog surface, bottom
 SURFACE = mix(SURFACE_TOP, SURFACE_END, 0.35)   # what marks and corners are blended against
 PAGE = rgb('#F3F5F8')           # tab page; an edit field has no border, and its white must stand out here
-TRACK = rgb('#EBEFF3')          # scroll bar track
+TRACK = rgb('#D8E0E8')          # scroll bar track, darker than any surface it stands on
+TRACK_DISABLED = rgb('#DFE5EB') # the same of a disabled bar
 MUTED = rgb('#A3AFBC')          # glyphs of disabled parts
 RED_LIGHT = rgb('#DE6A60')      # hot close button, head
 RED = rgb('#C8473E')            # hot close button, foot
@@ -129,7 +130,7 @@ COLOURS = {
     'CLR_LIST_BACK': WHITE,             # a row that loses the selection is white until the next full painting
     'CLR_TOOL_BACK_FROM': PORCELAIN,
     'CLR_TOOL_BACK_TO': SURFACE_END,
-    'CLR_SB_GRIP_LIGHT': rgb('#DDE5ED'),
+    'CLR_SB_GRIP_LIGHT': WHITE,
     'CLR_SB_GRIP_DARK': rgb('#8FA3B9'),
     'CLR_SB_GRIP_PRESSED_LIGHT': rgb('#86A3C2'),
     'CLR_SB_GRIP_PRESSED_DARK': rgb('#3A5777'),

@@ -33,4 +33,16 @@ void DrawBitmapIn(CDC& dc, CBitmap* bitmap, const RECT& rect);
  */
 int TileHorizontally(CDC& dc, CBitmap* bitmap, int from, int end, int y);
 
+/* Stretches the whole bitmap over the rectangle. An empty rectangle draws nothing. */
+void StretchBitmap(CDC& dc, CBitmap* bitmap, const RECT& rect);
+
+enum class TileAxis { Across, Down };
+
+/*
+ * Fills the rectangle along the axis with copies of the bitmap in its own extent, each stretched
+ * over the rectangle's other side. The last copy may reach beyond the rectangle's end, where only
+ * the context clips it. A bitmap without extent draws nothing.
+ */
+void StretchTiles(CDC& dc, CBitmap* bitmap, const RECT& rect, TileAxis axis);
+
 }  // namespace tavix

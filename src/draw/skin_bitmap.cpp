@@ -80,6 +80,8 @@ struct CSkinBitmap::Derived {
     bool has_image = false;
     PixelImage image;
     std::vector<std::unique_ptr<ForKey>> keys;
+    bool has_transposed = false;
+    CSkinBitmap transposed;
 };
 
 CSkinBitmap::CSkinBitmap() = default;
@@ -155,6 +157,31 @@ const DWORD* CSkinBitmap::KeyedRows(COLORREF key) {
         entry.copy_rows = bits;
     }
     return entry.copy_rows;
+}
+
+CSkinBitmap* CSkinBitmap::Transposed() {
+    Derived& derived = Derive();
+    if (!derived.has_transposed) {
+        derived.has_transposed = true;
+        TransposeBitmap(this, derived.transposed);
+    }
+    return derived.transposed.m_hObject ? &derived.transposed : nullptr;
+}
+
+bool TransposeBitmap(CBitmap* source, CBitmap& target) {
+    target.DeleteObject();
+    BitmapRows rows(source);
+    if (rows.Width() <= 0 || rows.Height() <= 0) return false;
+    DibPixel* bits = nullptr;
+    CBitmap made;
+    made.Attach(CreateDibSection(rows.Height(), rows.Width(), &bits));
+    if (!bits) return false;
+    for (int y = 0; y < rows.Height(); ++y) {
+        const DibPixel* row = rows.Row(y);
+        if (!row) return false;
+        for (int x = 0; x < rows.Width(); ++x) bits[std::ptrdiff_t{x} * rows.Height() + y] = row[x];
+    }
+    return target.Attach(made.Detach());
 }
 
 CSize BitmapSize(CBitmap* bitmap) {

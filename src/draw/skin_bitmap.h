@@ -47,6 +47,8 @@ public:
     HBITMAP KeyedCopy(COLORREF key);
     /* The pixels of that copy, rows from the top; null if it can't be made. */
     const DWORD* KeyedRows(COLORREF key);
+    /* A copy with the axes exchanged. Owned by the bitmap; null if it can't be made. */
+    CSkinBitmap* Transposed();
 
 private:
     struct Derived;
@@ -58,5 +60,7 @@ private:
 CSize BitmapSize(CBitmap* bitmap);
 /* The same object if it is a skin bitmap, else null. */
 CSkinBitmap* AsSkinBitmap(CBitmap* bitmap);
+/* Makes `target` the source with pixel (x, y) at (y, x); false, without a handle, if that fails. */
+bool TransposeBitmap(CBitmap* source, CBitmap& target);
 
 }  // namespace tavix

@@ -1,11 +1,17 @@
 /* Which window gets which skin: the one place that knows every skin class. */
 #include <new>
 
+#include "commonctrls/list_view_skin.h"
+#include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/header_skin.h"
+#include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
+#include "scroll/scroll_host.h"
+#include "scroll/skin_scroll_bar.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -26,16 +32,40 @@ void AttachRefreshedFrame(HWND window) {
     RefreshFrame(window);
 }
 
+void AttachScrollingClient(HWND window) {
+    InstallScrollHost(window);
+    AttachSkin<CSkinClientWnd>(window);
+}
+
+void AttachScrollingView(HWND window) {
+    InstallScrollHost(window);
+    AttachSkin<CSkinListView>(window);
+}
+
 DWORD StyleOf(HWND window) { return static_cast<DWORD>(::GetWindowLongA(window, GWL_STYLE)); }
 
 // The framework's frames and views share one class; what has any part of a caption is a frame.
 void AttachFrameOrView(HWND window) {
     constexpr DWORD kFrameStyles = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-    if (StyleOf(window) & kFrameStyles) AttachRefreshedFrame(window);
+    if (StyleOf(window) & kFrameStyles)
+        AttachRefreshedFrame(window);
+    else
+        AttachScrollingView(window);
 }
 
 void AttachButton(HWND window) {
     if ((StyleOf(window) & 0xF) != BS_GROUPBOX) AttachSkin<CSkinButton>(window);
+}
+
+/* A bar that took a control over lives as long as the window. */
+class ControlScrollBar final : public CSkinScrollBar {
+    void PostNcDestroy() override { delete this; }
+};
+
+// The bar is no skin object of the window's chain: it is the window's one object from now on.
+void AttachScrollBar(HWND window) {
+    ControlScrollBar* bar = new (std::nothrow) ControlScrollBar;
+    if (bar && !bar->AttachControl(window)) delete bar;
 }
 
 struct ClassRow {
@@ -46,6 +76,7 @@ struct ClassRow {
 // In this order; the first match wins. Names are compared whatever their case.
 constexpr ClassRow kClassTable[] = {
     {"#32770", AttachSkin<CSkinDialog>},
+    {"ScrollBar", AttachScrollBar},
     {"Tavix_PaneA", AttachSkin<CSkinFrame>},
     {"Tavix_PaneB", AttachSkin<CSkinFrame>},
     {"Tavix_PaneC", AttachSkin<CSkinFrame>},
@@ -53,16 +84,23 @@ constexpr ClassRow kClassTable[] = {
     {"Tavix_PaneE", AttachRefreshedFrame},
     {"Tavix_PaneF", AttachRefreshedFrame},
     {"Tavix_PaneG", AttachRefreshedFrame},
-    {"Tavix_PaneH", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneH", AttachScrollingClient},
     {"Tavix_PaneI", AttachSkin<CSkinFrame>},
     {"Tavix_PaneJ", AttachSkin<CSkinFrame>},
-    {"Tavix_PaneK", AttachSkin<CSkinClientWnd>},
-    {"Tavix_PaneL", AttachSkin<CSkinClientWnd>},
-    {"Tavix_PaneM", AttachSkin<CSkinClientWnd>},
+    {"Tavix_PaneK", AttachScrollingClient},
+    {"Tavix_PaneL", AttachScrollingClient},
+    {"Tavix_PaneM", AttachScrollingClient},
     {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
+    {"syslistview32", AttachSkin<CSkinListView>},
+    {"systreeview32", AttachSkin<CSkinListView>},
     {"AfxFrameOrView42", AttachFrameOrView},
+    {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
+    {"SysAnimate32", AttachSkin<CSkinAnimate>},
+    {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
+    {"SysHeader32", AttachSkin<CSkinHeader>},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
+    {"msctls_trackbar32", AttachSkin<CSkinClientWnd>},  // never reached: it has its skin above
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},
     {"MDIClient", AttachSkin<CSkinMDIClient>},
 };

@@ -4,9 +4,11 @@
 
 #include <utility>
 
+#include "engine/interception.h"
 #include "engine/skin_wnd_base.h"
 #include "engine/skin_wnd_proc.h"
 #include "engine/window_hook.h"
+#include "tavixskin/framework/wnd.h"
 
 IMPLEMENT_DYNAMIC(CTavixSkin, CObject)
 
@@ -18,12 +20,8 @@ namespace {
 // The sink of the engine's trace texts. It produces nothing.
 void Trace(const char*) {}
 
-// A window that outlives the engine keeps the shared procedure, so its code has to stay.
-void KeepLibraryLoaded() {
-    HMODULE module = nullptr;
-    ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                         reinterpret_cast<const char*>(&SkinWndProc), &module);
-}
+// Functions are intercepted on the NT family of systems only.
+bool IsNtFamily() { return ::GetVersion() < 0x80000000; }
 
 }  // namespace
 
@@ -31,7 +29,10 @@ CTavixSkin::CTavixSkin() : m_hHook(nullptr), m_hMutex(nullptr) {}
 
 CTavixSkin::~CTavixSkin() {
     if (m_hMutex) ::CloseHandle(m_hMutex);
-    if (!m_lstSkinWnd.IsEmpty()) KeepLibraryLoaded();
+    // A window that outlives the engine keeps a procedure of the library, so the code has to stay.
+    const CHandleMap* frameworkWindows = AfxMapHWND(false);
+    if (!m_lstSkinWnd.IsEmpty() || (frameworkWindows && frameworkWindows->HasPermanents()))
+        AfxKeepLibraryLoaded();
     for (POSITION at = m_lstSkinWnd.GetStartPosition(); at;) {
         void* window = nullptr;
         void* head = nullptr;
@@ -41,6 +42,7 @@ CTavixSkin::~CTavixSkin() {
 }
 
 int CTavixSkin::InstallSkin() {
+    if (IsNtFamily()) InstallApiHooks();
     m_hHook = ::SetWindowsHookExA(WH_CALLWNDPROC, &SkinHookProc, nullptr, ::GetCurrentThreadId());
     if (!m_hHook) {
         Trace("Fail to hook the thread");
@@ -58,6 +60,7 @@ void CTavixSkin::UnInstallSkin() {
     const WORD thread = static_cast<WORD>(::GetCurrentThreadId());
     m_lstHookedThread.RemoveKey(thread);
     m_lstThreadSkinData.RemoveKey(thread);
+    if (IsNtFamily()) UnInstallApiHooks();
     Trace("Successfully Unhook thread");
     delete this;
 }

@@ -47,6 +47,13 @@ void CDC::FillSolidRect(const RECT& rect, COLORREF colour) {
 
 void CDC::FillRect(const RECT& rect, const CBrush& brush) { ::FillRect(m_hDC, &rect, brush); }
 
+void CDC::Draw3dRect(const RECT& rect, COLORREF topLeft, COLORREF bottomRight) {
+    FillSolidRect({rect.left, rect.top, rect.right - 1, rect.top + 1}, topLeft);
+    FillSolidRect({rect.left, rect.top, rect.left + 1, rect.bottom - 1}, topLeft);
+    FillSolidRect({rect.right - 1, rect.top, rect.right, rect.bottom}, bottomRight);
+    FillSolidRect({rect.left, rect.bottom - 1, rect.right, rect.bottom}, bottomRight);
+}
+
 CMemoryDC::~CMemoryDC() {
     if (m_hDC) ::DeleteDC(m_hDC);
 }

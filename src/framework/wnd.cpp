@@ -90,7 +90,8 @@ bool CWnd::SubclassWindow(HWND window) {
     if (!Attach(window)) return false;
     const LONG_PTR former =
         ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc));
-    m_pfnSuper = reinterpret_cast<WNDPROC>(former);
+    // A window of a class of the framework's own has no other procedure below.
+    if (former != reinterpret_cast<LONG_PTR>(&AfxWndProc)) m_pfnSuper = reinterpret_cast<WNDPROC>(former);
     return true;
 }
 
@@ -111,7 +112,7 @@ LRESULT CALLBACK AfxCbtHookProc(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWORD style, const RECT& rect,
-                    HWND parent, UINT id, void* parameter) {
+                    HWND parent, UINT id, void* parameter, HINSTANCE instance) {
     if (m_hWnd) return false;
     AFX_THREAD_STATE* state = AfxGetThreadState();
     HHOOK former = state->m_hHookCreate;
@@ -122,7 +123,8 @@ bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWO
     const CRect place(rect);
     HWND window = ::CreateWindowExA(
         exStyle, className, title, style, place.left, place.top, place.Width(), place.Height(), parent,
-        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), ::GetModuleHandleA(nullptr), parameter);
+        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
+        instance ? instance : ::GetModuleHandleA(nullptr), parameter);
     state->m_pWndInit = nullptr;
     ::UnhookWindowsHookEx(hook);
     state->m_hHookCreate = former;

@@ -7,12 +7,17 @@
 
 #include <cctype>
 
+#include "commonctrls/list_view_skin.h"
+#include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/header_skin.h"
+#include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine_objects.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
 #include "main/object_watch.h"
+#include "scroll/skin_scroll_bar.h"
 #include "support/common_controls.h"
 #include "tavixskin.h"
 #include "tavixskin/tavix_skin.h"
@@ -168,7 +173,17 @@ TEST_F(ClassTable, GivesFramesAndViewsOfOneClassTheirOwn) {
         EXPECT_TRUE(HasSkin<CSkinFrame>(capitals));
     }
     HostWindow view("AfxFrameOrView42", WS_CHILD | WS_VSCROLL | WS_CLIPCHILDREN, m_parent);
-    EXPECT_FALSE(HasSkin<CSkinFrame>(view));
+    EXPECT_TRUE(HasSkin<CSkinListView>(view));
+}
+
+TEST_F(ClassTable, GivesListsTreesAndShellViewsOneSkin) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"SysListView32", "syslistview32", "SYSTREEVIEW32", "SysTreeView32"})
+            EXPECT_TRUE(HasSkin<CSkinListView>(Make(name))) << name;
+    }
+    HostWindow shellView("SHELLDLL_DEFVIEW", WS_CHILD, m_parent);
+    EXPECT_TRUE(HasSkin<CSkinListView>(shellView));
 }
 
 TEST_F(ClassTable, RefreshesAFrameOfTheSharedClass) {
@@ -205,6 +220,31 @@ TEST_F(ClassTable, GivesQuietSkinsToUpDownAndMdiClient) {
     EXPECT_TRUE(HasSkin<CSkinClientWnd>(Make("MSCTLS_UPDOWN32")));
     EXPECT_TRUE(HasSkin<CSkinMDIClient>(Make("MDIClient")));
     EXPECT_TRUE(HasSkin<CSkinMDIClient>(Make("MDICLIENT")));
+}
+
+// The control becomes the framework's own window: no skin object, and no native procedure.
+TEST_F(ClassTable, HandsScrollBarsOverToTheirOwnObject) {
+    for (const char* name : {"ScrollBar", "SCROLLBAR", "scrollbar"}) {
+        HWND bar = Make(name, SBS_VERT);
+        EXPECT_TRUE(IsNative(bar)) << name;
+        CWnd* object = CWnd::FromHandlePermanent(bar);
+        ASSERT_NE(object, nullptr) << name;
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CSkinScrollBar))) << name;
+        ::DestroyWindow(bar);
+        EXPECT_EQ(CWnd::FromHandlePermanent(bar), nullptr) << name;
+    }
+}
+
+TEST_F(ClassTable, GivesHeadersAndTrackbarsAndAnimationsTheirSkins) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"SysHeader32", "SYSHEADER32", "sysheader32"})
+            EXPECT_TRUE(HasSkin<CSkinHeader>(Make(name))) << name;
+        EXPECT_TRUE(HasSkin<CSkinAnimate>(Make("sysanimate32")));
+        // Of the two rows for trackbars only the first counts.
+        EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("msctls_trackbar32")));
+        EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("MSCTLS_TRACKBAR32", TBS_VERT)));
+    }
 }
 
 TEST_F(ClassTable, WorksForUnicodeWindows) {

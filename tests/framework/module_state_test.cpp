@@ -57,6 +57,41 @@ TEST(ModuleState, IsRestoredOnEveryWayOut) {
     EXPECT_EQ(AfxGetThreadState()->m_nMaintainDepth, 0);
 }
 
+// Tells its end.
+class Doomed : public CObject {
+public:
+    explicit Doomed(bool* deleted, CObject* next = nullptr) : m_deleted(deleted), m_next(next) {}
+    ~Doomed() override {
+        *m_deleted = true;
+        AfxDeleteLater(m_next);
+    }
+
+private:
+    bool* m_deleted;
+    CObject* m_next;
+};
+
+TEST(DeleteLater, DeletesAtOnceOutsideTheLibrary) {
+    bool deleted = false;
+    AfxDeleteLater(new Doomed(&deleted));
+    EXPECT_TRUE(deleted);
+    AfxDeleteLater(nullptr);
+}
+
+TEST(DeleteLater, WaitsForTheOutermostScope) {
+    bool first = false, second = false, third = false;
+    {
+        AFX_MAINTAIN_STATE2 outer(Library());
+        {
+            AFX_MAINTAIN_STATE2 inner(Library());
+            AfxDeleteLater(new Doomed(&first));
+            AfxDeleteLater(new Doomed(&second, new Doomed(&third)));
+        }
+        EXPECT_FALSE(first || second || third);
+    }
+    EXPECT_TRUE(first && second && third) << "what an end dooms goes too";
+}
+
 TEST(ThreadState, IsOneObjectPerThread) {
     AFX_THREAD_STATE* mine = AfxGetThreadState();
     EXPECT_EQ(AfxGetThreadState(), mine);

@@ -167,6 +167,25 @@ TEST(LibraryFile, ExportsTheReaderAndWriterOfSkinFiles) {
         EXPECT_TRUE(HasMember(exports, "N11TSkinThemes", member)) << member;
 }
 
+TEST(LibraryFile, ExportsTheSplitterOfHosts) {
+    Library library;
+    const std::vector<std::string> exports = ModuleTables(library.Module()).Exports();
+    for (const char* member : {"14OnDrawSplitterEP3CDCN12CSplitterWnd10ESplitTypeERK5CRect",
+                               "15TrackColumnSizeEii", "C1Ev", "D0Ev", "D1Ev"})
+        EXPECT_TRUE(HasMember(exports, "N16CSkinSplitterWnd", member)) << member;
+    EXPECT_EQ(std::count(exports.begin(), exports.end(), "_ZTV16CSkinSplitterWnd"), 1);
+    EXPECT_FALSE(HasMember(exports, "N16CSkinSplitterWnd", "12TrackRowSize")) << "rows are as in its base";
+    // What a host calls on the base.
+    for (const char* member :
+         {"12CreateStatic", "6Create", "7SetPane", "10SetRowInfo", "13SetColumnInfo", "12RecalcLayout",
+          "11SplitColumn", "8SplitRow", "10CreatePane", "12TrackRowSizeEii", "15TrackColumnSizeEii",
+          "15DoKeyboardSplit", "C1Ev", "D1Ev"})
+        EXPECT_TRUE(HasMember(exports, "N12CSplitterWnd", member)) << member;
+    for (const char* member :
+         {"7GetPane", "10GetRowInfo", "13GetColumnInfo", "12IdFromRowCol", "11GetRowCount"})
+        EXPECT_TRUE(HasMember(exports, "NK12CSplitterWnd", member)) << member;
+}
+
 TEST(LibraryFile, ImportsNothingButTheSystem) {
     const std::set<std::string> allowed{"KERNEL32.DLL", "USER32.DLL",  "GDI32.DLL",   "COMCTL32.DLL",
                                         "OLE32.DLL",    "SHLWAPI.DLL", "MSIMG32.DLL", "IMAGEHLP.DLL",

@@ -11,11 +11,6 @@
 namespace tavix_test {
 namespace {
 
-std::string BundledSkin() {
-    const std::string folder = LibraryPath().substr(0, LibraryPath().find_last_of("\\/"));
-    return folder + "\\..\\skins\\porcelain.skn";
-}
-
 void Pump() {
     MSG message;
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {

@@ -23,6 +23,12 @@ inline std::string LibraryPath() {
     return folder + kFileName;
 }
 
+/* The project's own skin, as the build has compiled it. */
+inline std::string BundledSkin() {
+    const std::string library = LibraryPath();
+    return library.substr(0, library.find_last_of("\\/")) + "\\..\\skins\\porcelain.skn";
+}
+
 inline bool IsLoaded() { return ::GetModuleHandleA(kFileName) != nullptr; }
 
 /* The library for the length of a scope. */

@@ -6,7 +6,9 @@
 #include "tavixskin/export.h"
 
 class CHandleMap;
+class CObject;
 class CWnd;
+struct AFX_DOOMED_OBJECT;
 
 /* A module that uses the framework: the library is one, the program around it another. */
 struct AFX_MODULE_STATE {
@@ -28,6 +30,8 @@ struct AFX_THREAD_STATE {
     /* Nesting of AFX_MAINTAIN_STATE2; temporary window objects go when the outermost ends. */
     int m_nMaintainDepth = 0;
     CHandleMap* m_pmapHWND = nullptr;
+    /* Objects that go when the outermost AFX_MAINTAIN_STATE2 ends. */
+    AFX_DOOMED_OBJECT* m_pDoomed = nullptr;
 };
 
 TAVIX_API AFX_THREAD_STATE* AfxGetThreadState();
@@ -37,6 +41,14 @@ TAVIX_API AFX_MODULE_STATE* AfxGetModuleState();
 TAVIX_API AFX_MODULE_STATE* AfxGetLibraryModuleState();
 /* The window handle map of the calling thread, made if `create` is set. */
 TAVIX_API CHandleMap* AfxMapHWND(bool create);
+
+/*
+ * Deletes an object whose code may still be running further up the calling thread's stack: once
+ * the outermost AFX_MAINTAIN_STATE2 of the thread ends, at once if there is none.
+ */
+TAVIX_API void AfxDeleteLater(CObject* object);
+/* Loads the library for good: code that nobody can call back may still lead into it. */
+TAVIX_API void AfxKeepLibraryLoaded();
 
 /*
  * Switches the thread to a module state for the length of a scope and puts the former one back

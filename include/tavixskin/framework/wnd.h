@@ -71,9 +71,12 @@ public:
     /* Undoes SubclassWindow; the result is the window. */
     HWND UnsubclassWindow();
 
-    /* Creates a window of a registered class whose messages come here from the first on. */
+    /*
+     * Creates a window of a registered class whose messages come here from the first on. The class
+     * is the one of `instance`; null means the program.
+     */
     bool CreateEx(DWORD exStyle, const char* className, const char* title, DWORD style, const RECT& rect,
-                  HWND parent, UINT id, void* parameter = nullptr);
+                  HWND parent, UINT id, void* parameter = nullptr, HINSTANCE instance = nullptr);
     bool DestroyWindow();
 
     /* Handles a message: by the message map, else DefWindowProc. */
@@ -112,6 +115,8 @@ public:
     CWnd* LookupPermanent(HWND window) const;
     /* True if the object is the permanent one of some window; `object` may be any address. */
     bool HasPermanent(const void* object) const;
+    /* True if any window has a permanent object. */
+    bool HasPermanents() const { return !m_permanentMap.IsEmpty(); }
     void SetPermanent(HWND window, CWnd* object);
     void RemovePermanent(HWND window);
     /* Frees the temporary objects. */

@@ -1,0 +1,37 @@
+#include "controls/animate_skin.h"
+
+#include "controls/parent_background.h"
+#include "engine/skin_values.h"
+#include "tavixskin/value_ids.h"
+
+LRESULT CSkinAnimate::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_CTLCOLORSTATIC:
+            return SampleBrushCentred(reinterpret_cast<HDC>(wParam));
+        default:
+            return Default(message, wParam, lParam);
+    }
+}
+
+// The row is the control's middle only where it stands at its parent's top; dialogs that were laid out
+// for it get the same pixel as ever.
+COLORREF CSkinAnimate::ColourAtSides() const {
+    HWND parent = GetParent();
+    const CRect place = tavix::WindowRectIn(m_hWnd, parent);
+    const int y = (place.Height() + static_cast<int>(place.top)) / 2;
+    const CClientDC dc(parent);
+    const COLORREF left = ::GetPixel(dc, place.left - 1, y);
+    const COLORREF right = ::GetPixel(dc, place.right + 1, y);
+    if (left != CLR_INVALID) return left;
+    return right != CLR_INVALID ? right : tavix::SkinColour(CLR_DLG_BACK_FROM);
+}
+
+LRESULT CSkinAnimate::SampleBrushCentred(HDC dc) {
+    const COLORREF colour = ColourAtSides();
+    backBrush.DeleteObject();
+    backBrush.CreateSolidBrush(colour);
+    ::SetBkColor(dc, colour);
+    return reinterpret_cast<LRESULT>(backBrush.GetSafeHandle());
+}
