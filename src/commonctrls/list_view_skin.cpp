@@ -3,8 +3,8 @@
 #include <mbstring.h>
 
 #include "engine/window_class.h"
+#include "scroll/host_bars.h"
 #include "scroll/scroll_host.h"
-#include "scroll/skin_scroll_bar.h"
 #include "tavixskin/framework/gdi.h"
 
 namespace {
@@ -25,16 +25,6 @@ bool IsFramed(HWND window) {
     ::GetWindowTextA(window, title, sizeof title);
     return _mbsicmp(reinterpret_cast<const unsigned char*>(title),
                     reinterpret_cast<const unsigned char*>(kFramedTitle)) == 0;
-}
-
-void ShowBarAgain(const CSkinScrollBar* bar, WORD wasVisible) {
-    if (bar && wasVisible) ::ShowWindow(bar->GetSafeHwnd(), SW_SHOWNORMAL);
-}
-
-void HideBar(const CSkinScrollBar* bar, WORD& wasVisible) {
-    if (!bar) return;
-    wasVisible = ::IsWindowVisible(bar->GetSafeHwnd()) != FALSE;
-    ::ShowWindow(bar->GetSafeHwnd(), SW_HIDE);
 }
 
 }  // namespace
@@ -78,15 +68,7 @@ void CSkinListView::OnNcCalcSize(LPARAM lParam) const {
 
 // The bars are siblings of the window, so they don't follow it on their own.
 void CSkinListView::OnShowWindow(WPARAM wParam) {
-    SCROLLHOST host;
-    GetScrollHostRecord(m_hWnd, &host);
-    if (wParam == 1) {
-        ShowBarAgain(host.m_pHorzBar, horzBarWasVisible);
-        ShowBarAgain(host.m_pVertBar, vertBarWasVisible);
-    } else {
-        HideBar(host.m_pHorzBar, horzBarWasVisible);
-        HideBar(host.m_pVertBar, vertBarWasVisible);
-    }
+    tavix::BarsFollowHost(m_hWnd, wParam == 1, horzBarWasVisible, vertBarWasVisible);
 }
 
 void CSkinListView::PaintFrame() const {

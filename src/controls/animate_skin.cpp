@@ -1,8 +1,6 @@
 #include "controls/animate_skin.h"
 
 #include "controls/parent_background.h"
-#include "engine/skin_values.h"
-#include "tavixskin/value_ids.h"
 
 LRESULT CSkinAnimate::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -21,11 +19,7 @@ COLORREF CSkinAnimate::ColourAtSides() const {
     HWND parent = GetParent();
     const CRect place = tavix::WindowRectIn(m_hWnd, parent);
     const int y = (place.Height() + static_cast<int>(place.top)) / 2;
-    const CClientDC dc(parent);
-    const COLORREF left = ::GetPixel(dc, place.left - 1, y);
-    const COLORREF right = ::GetPixel(dc, place.right + 1, y);
-    if (left != CLR_INVALID) return left;
-    return right != CLR_INVALID ? right : tavix::SkinColour(CLR_DLG_BACK_FROM);
+    return tavix::ColourAtSides(parent, place, y);
 }
 
 LRESULT CSkinAnimate::SampleBrushCentred(HDC dc) {

@@ -1,22 +1,9 @@
 #include "controls/button_skin.h"
 
 #include "controls/button_paint.h"
+#include "controls/control_text.h"
 #include "controls/parent_background.h"
 #include "draw/offscreen.h"
-
-namespace {
-
-/* The window's text in the ANSI code page, at most 255 characters of it. */
-class ButtonText {
-public:
-    explicit ButtonText(HWND window) { ::GetWindowTextA(window, m_text, sizeof m_text); }
-    const char* c_str() const { return m_text; }
-
-private:
-    char m_text[256] = {};
-};
-
-}  // namespace
 
 LRESULT CSkinButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -243,7 +230,7 @@ void CSkinButton::PaintButton() {
     if (!dc.m_hDC) return;
     CRect client;
     GetClientRect(&client);
-    const ButtonText text(m_hWnd);
+    const tavix::ControlText text(m_hWnd);
     const bool enabled = IsWindowEnabled();
     if (IsPushStyle()) {
         const tavix::PushState state{enabled, hot != FALSE, pressed != FALSE, ::GetFocus() == m_hWnd};

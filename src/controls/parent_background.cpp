@@ -1,5 +1,8 @@
 #include "controls/parent_background.h"
 
+#include "engine/skin_values.h"
+#include "tavixskin/value_ids.h"
+
 namespace tavix {
 
 namespace {
@@ -33,6 +36,21 @@ void SampleParentBackground(HWND control, CDC& dc, SecondTry secondTry) {
     CRect client;
     ::GetClientRect(control, &client);
     dc.FillSolidRect(client, ColourBesideControl(control, parent, secondTry));
+}
+
+COLORREF ColourAtSides(HWND parent, const CRect& place, int row) {
+    const CClientDC dc(parent);
+    const COLORREF left = ::GetPixel(dc, place.left - 1, row);
+    if (left != CLR_INVALID) return left;
+    const COLORREF right = ::GetPixel(dc, place.right + 1, row);
+    return right != CLR_INVALID ? right : SkinColour(CLR_DLG_BACK_FROM);
+}
+
+void InvalidateUnderParent(HWND window) {
+    HWND parent = ::GetParent(window);
+    if (!parent) return;
+    const CRect area = WindowRectIn(window, parent);
+    ::InvalidateRect(parent, &area, TRUE);
 }
 
 void RepaintUnderParent(HWND window) {

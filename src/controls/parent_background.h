@@ -25,6 +25,15 @@ COLORREF ColourBesideControl(HWND control, HWND parent, SecondTry secondTry);
  */
 void SampleParentBackground(HWND control, CDC& dc, SecondTry secondTry);
 
+/*
+ * The parent's colour beside a place in it, in that row: one pixel left of the place, or else one
+ * pixel right of its right edge. If neither can be read, the surface of the skin's dialogs.
+ */
+COLORREF ColourAtSides(HWND parent, const CRect& place, int row);
+
+/* Has the parent repaint, when it comes to it, what lies below the window. */
+void InvalidateUnderParent(HWND window);
+
 /* Has the parent repaint, at once, what lies below the window. Without a parent nothing happens. */
 void RepaintUnderParent(HWND window);
 

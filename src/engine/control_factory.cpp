@@ -4,7 +4,10 @@
 #include "commonctrls/list_view_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/edit_skin.h"
+#include "controls/group_box_skin.h"
 #include "controls/header_skin.h"
+#include "controls/static_skin.h"
 #include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine/window_class.h"
@@ -54,7 +57,10 @@ void AttachFrameOrView(HWND window) {
 }
 
 void AttachButton(HWND window) {
-    if ((StyleOf(window) & 0xF) != BS_GROUPBOX) AttachSkin<CSkinButton>(window);
+    if ((StyleOf(window) & 0xF) == BS_GROUPBOX)
+        AttachSkin<CSkinGroupBox>(window);
+    else
+        AttachSkin<CSkinButton>(window);
 }
 
 /* A bar that took a control over lives as long as the window. */
@@ -96,6 +102,8 @@ constexpr ClassRow kClassTable[] = {
     {"AfxFrameOrView42", AttachFrameOrView},
     {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
+    {"Edit", AttachSkin<CSkinEdit>},
+    {"Static", AttachSkin<CSkinStatic>},
     {"SysAnimate32", AttachSkin<CSkinAnimate>},
     {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
     {"SysHeader32", AttachSkin<CSkinHeader>},

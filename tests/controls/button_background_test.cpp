@@ -13,29 +13,8 @@ constexpr COLORREF kOrigin = RGB(200, 200, 10);
 
 class ButtonBackground : public ButtonTest {
 protected:
-    /* Gives a pixel of the parent's surface a colour, whenever the parent is erased. */
-    void Dot(int x, int y, COLORREF colour) {
-        m_dots.push_back({x, y, colour});
-        Parent().handler = [this](const Received& received) -> std::optional<LRESULT> {
-            if (received.message != WM_PAINT) return std::nullopt;
-            PAINTSTRUCT paint;
-            const HDC dc = ::BeginPaint(Parent(), &paint);
-            for (const auto& dot : m_dots) ::SetPixel(dc, dot.x, dot.y, dot.colour);
-            ::EndPaint(Parent(), &paint);
-            return 0;
-        };
-        ::InvalidateRect(Parent(), nullptr, TRUE);
-        ::UpdateWindow(Parent());
-    }
     /* What fills the button, read away from the mark and the text. */
     COLORREF FillOf(HWND button) { return RepaintedClient(button).At(99, 29); }
-
-private:
-    struct Point {
-        int x, y;
-        COLORREF colour;
-    };
-    std::vector<Point> m_dots;
 };
 INSTANTIATE_TEST_SUITE_P(Worlds, ButtonBackground, kButtonWorlds, NameOfWorld);
 

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "support/common_controls.h"
 #include "support/skinned_thread.h"
@@ -73,6 +74,7 @@ protected:
     /* A new parent with these styles too; the former one is destroyed with its children. */
     ProbeWindow& UseParent(DWORD styles) {
         m_parent.reset();
+        m_dots.clear();
         return m_parent.emplace(WS_POPUP | WS_VISIBLE | styles);
     }
     ProbeWindow& Parent() { return *m_parent; }
@@ -89,6 +91,21 @@ protected:
         ::UpdateWindow(button);
         Parent().log.Clear();
         return button;
+    }
+
+    /* Gives a pixel of the parent's surface a colour, whenever the parent is erased. */
+    void Dot(int x, int y, COLORREF colour) {
+        m_dots.push_back({x, y, colour});
+        Parent().handler = [this](const Received& received) -> std::optional<LRESULT> {
+            if (received.message != WM_PAINT) return std::nullopt;
+            PAINTSTRUCT paint;
+            const HDC dc = ::BeginPaint(Parent(), &paint);
+            for (const auto& dot : m_dots) ::SetPixel(dc, dot.x, dot.y, dot.colour);
+            ::EndPaint(Parent(), &paint);
+            return 0;
+        };
+        ::InvalidateRect(Parent(), nullptr, TRUE);
+        ::UpdateWindow(Parent());
     }
 
     /* What shows once the pending painting is done. */
@@ -113,6 +130,10 @@ protected:
     TestSkin skin;
 
 private:
+    struct Point {
+        int x, y;
+        COLORREF colour;
+    };
     Face FaceFrom(DWORD top, DWORD bottom, DWORD border) const {
         return {skin.Colour(top), skin.Colour(bottom), skin.Colour(border)};
     }
@@ -120,6 +141,7 @@ private:
     std::optional<ControlsWorld> m_world;
     std::optional<SkinnedThread> m_thread;
     std::optional<ProbeWindow> m_parent;
+    std::vector<Point> m_dots;
 };
 
 }  // namespace tavix_test

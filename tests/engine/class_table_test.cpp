@@ -10,7 +10,10 @@
 #include "commonctrls/list_view_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/edit_skin.h"
+#include "controls/group_box_skin.h"
 #include "controls/header_skin.h"
+#include "controls/static_skin.h"
 #include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine_objects.h"
@@ -206,12 +209,25 @@ TEST_F(ClassTable, GivesEveryButtonButTheGroupBoxTheButtonSkin) {
             HWND button = Make("BUTTON", type);
             EXPECT_EQ(HasSkin<CSkinButton>(button), type != BS_GROUPBOX)
                 << NameOf(version) << " type " << type;
+            EXPECT_EQ(HasSkin<CSkinGroupBox>(button), type == BS_GROUPBOX)
+                << NameOf(version) << " type " << type;
             ::DestroyWindow(button);
         }
         // Only the type counts, whatever else the style holds.
         EXPECT_TRUE(
             HasSkin<CSkinButton>(Make("BuTtOn", BS_AUTOCHECKBOX | BS_PUSHLIKE | BS_MULTILINE | WS_DISABLED)));
-        EXPECT_FALSE(HasSkin<CSkinButton>(Make("button", BS_GROUPBOX | BS_PUSHLIKE | WS_TABSTOP)));
+        EXPECT_TRUE(HasSkin<CSkinGroupBox>(Make("button", BS_GROUPBOX | BS_PUSHLIKE | WS_TABSTOP)));
+    }
+}
+
+TEST_F(ClassTable, GivesTextsTheirSkins) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"Edit", "EDIT", "edit"}) EXPECT_TRUE(HasSkin<CSkinEdit>(Make(name))) << name;
+        for (const char* name : {"Static", "STATIC", "static"})
+            EXPECT_TRUE(HasSkin<CSkinStatic>(Make(name))) << name;
+        EXPECT_TRUE(HasSkin<CSkinEdit>(Make("Edit", ES_MULTILINE | WS_VSCROLL)));
+        EXPECT_TRUE(HasSkin<CSkinStatic>(Make("Static", SS_ICON)));
     }
 }
 
