@@ -5,30 +5,13 @@
 #include "draw/bitmap_draw.h"
 #include "draw/gradient.h"
 #include "draw/skin_bitmap.h"
+#include "draw/text_scope.h"
 #include "engine/skin_values.h"
 #include "tavixskin/value_ids.h"
 
 namespace tavix {
 
 namespace {
-
-/* Transparent text of one colour; mode and colour go back on every way out. */
-class TextScope {
-public:
-    TextScope(HDC dc, COLORREF colour)
-        : m_dc(dc), m_formerMode(::SetBkMode(dc, TRANSPARENT)), m_formerColour(::SetTextColor(dc, colour)) {}
-    ~TextScope() {
-        ::SetTextColor(m_dc, m_formerColour);
-        ::SetBkMode(m_dc, m_formerMode);
-    }
-    TextScope(const TextScope&) = delete;
-    TextScope& operator=(const TextScope&) = delete;
-
-private:
-    HDC m_dc;
-    int m_formerMode;
-    COLORREF m_formerColour;
-};
 
 // Co-ordinates of windows end at 16 bits; no bitmap counts as larger.
 CSize BoundedSize(CBitmap* bitmap) {

@@ -5,6 +5,7 @@
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/header_skin.h"
+#include "controls/list_box_skin.h"
 #include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
 #include "engine/window_class.h"
@@ -96,6 +97,7 @@ constexpr ClassRow kClassTable[] = {
     {"AfxFrameOrView42", AttachFrameOrView},
     {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
+    {"ListBox", AttachSkin<CSkinListBox>},
     {"SysAnimate32", AttachSkin<CSkinAnimate>},
     {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
     {"SysHeader32", AttachSkin<CSkinHeader>},
