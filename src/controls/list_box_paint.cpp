@@ -172,11 +172,8 @@ void CSkinListBox::DrawRowOn(CDC& dc, int item, RowLook look, bool ownContext) {
 }
 
 void CSkinListBox::DrawTextRow(CDC& dc, int item, const CRect& row, RowLook look, bool ownContext) const {
-    const auto ask = [this](UINT message, WPARAM wParam, LPARAM lParam) {
-        return AskNative(message, wParam, lParam);
-    };
-    CString text;
-    tavix::ReadItemText(ask, LB_GETTEXTLEN, LB_GETTEXT, item, text);
+    const std::wstring text =
+        tavix::ReadItemText({m_pfnPrevWndProc, m_hWnd}, LB_GETTEXTLEN, LB_GETTEXT, item);
     const CPoint at(row.left + textOffset, row.top);
     if (look == RowLook::Selected) {
         dc.FillSolidRect(row, SkinColour(CLR_HIGHLIGHT));

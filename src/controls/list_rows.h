@@ -1,32 +1,23 @@
 /* Rows of list boxes and drop-down lists: reading an item, drawing its text, having its owner draw it. */
 #pragma once
 
+#include <string>
+
 #include "tavixskin/framework/gdi.h"
 
 namespace tavix {
 
-/*
- * An item's text, in the ANSI code page, from whoever keeps it: ask(message, wParam, lParam) answers as
- * the window would. False, with an empty text, if there is no such item.
- */
-template <class Ask>
-bool ReadItemText(Ask ask, UINT lengthMessage, UINT textMessage, int item, CString& text) {
-    text.Empty();
-    const auto index = static_cast<WPARAM>(item);
-    const LRESULT length = ask(lengthMessage, index, LPARAM{0});
-    // The length may be that of the Unicode text: no code page has more than four bytes a character.
-    constexpr LRESULT kMostBytes = 4, kLongest = 0x0FFF'FFFF;
-    if (length < 0 || length > kLongest) return false;
-    char* buffer = text.GetBuffer(static_cast<int>(length * kMostBytes) + 1);
-    buffer[0] = '\0';
-    const bool read = ask(textMessage, index, reinterpret_cast<LPARAM>(buffer)) >= 0;
-    if (!read) buffer[0] = '\0';
-    text.ReleaseBuffer();
-    return read;
-}
+/* Who keeps the items: a window and the procedure below its skin. */
+struct ItemStore {
+    WNDPROC procedure;
+    HWND window;
+};
+
+/* An item's text, by the messages for the length and for the text; empty if there is no such item. */
+std::wstring ReadItemText(const ItemStore& store, UINT lengthMessage, UINT textMessage, int item);
 
 /* Writes the text with its top left corner at `at`, in the system's dialogue font and over what is there. */
-void DrawRowText(CDC& dc, const POINT& at, const CString& text, COLORREF colour);
+void DrawRowText(CDC& dc, const POINT& at, const std::wstring& text, COLORREF colour);
 
 /* A row that its owner draws. */
 struct OwnerDrawnRow {
