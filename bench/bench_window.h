@@ -40,6 +40,10 @@ const CRect kScrollBarParent{0, 0, 360, 330};
 /* A scroll bar control of that axis; it has a thumb of medium length. */
 HWND MakeScrollBar(HWND parent, bool upright);
 
+/* A list box with a scroll bar and room for some twenty rows, and its parent. */
+const CRect kListBoxParent{0, 0, 260, 330};
+HWND MakeListBox(HWND parent);
+
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);
 void RepaintClient(HWND window);

@@ -10,8 +10,8 @@ namespace {
 
 /* The rules of a list of one column with items of one height, without windows. */
 struct ListModel {
-    bool multiple;
-    bool wantsBar;
+    bool multiple = false;
+    bool wantsBar = false;
     int height = 96;
     int count = 0, top = 0, current = -1, rows = 8;
     bool hasBar = false, barShows = false;
@@ -265,7 +265,9 @@ protected:
         MakeList(listStyle, 0);
         ::SetFocus(list);
         Parent().log.Clear();
-        ListModel model{(listStyle & LBS_MULTIPLESEL) != 0, (listStyle & WS_VSCROLL) != 0};
+        ListModel model;
+        model.multiple = (listStyle & LBS_MULTIPLESEL) != 0;
+        model.wantsBar = (listStyle & WS_VSCROLL) != 0;
         for (int step = 0; step < steps; ++step) {
             model.told.clear();
             Step(model);
