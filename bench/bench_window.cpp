@@ -60,6 +60,11 @@ HWND MakeScrollBar(HWND parent, bool upright) {
     return bar;
 }
 
+HWND MakeListBox(HWND parent) {
+    return ::CreateWindowExA(0, "ListBox", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_BORDER, 10, 10, 240,
+                             300, parent, nullptr, nullptr, nullptr);
+}
+
 void RepaintFrame(HWND window) {
     ::SendMessageA(window, WM_NCPAINT, 1, 0);
     ::GdiFlush();
@@ -85,12 +90,17 @@ NativeWindows::NativeWindows()
       uprightScrollBar(MakeScrollBar(scrollBarParent, true)),
       listParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 400, 320, 620, nullptr,
                                    nullptr, nullptr, nullptr)),
-      reportList(MakeReportList(listParent)) {
+      reportList(MakeReportList(listParent)),
+      listBoxParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, kListBoxParent.left,
+                                      kListBoxParent.top, kListBoxParent.Width(), kListBoxParent.Height(),
+                                      nullptr, nullptr, nullptr, nullptr)),
+      listBox(MakeListBox(listBoxParent)) {
     Pump();
 }
 
 NativeWindows::~NativeWindows() {
     ::DestroyWindow(listParent);
+    ::DestroyWindow(listBoxParent);
     ::DestroyWindow(scrollBarParent);
     ::DestroyWindow(buttonParent);
     ::DestroyWindow(frame);

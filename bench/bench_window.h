@@ -42,6 +42,9 @@ HWND MakeScrollBar(HWND parent, bool upright);
 
 /* A report list with one column and no rows. */
 HWND MakeReportList(HWND parent);
+/* A list box with a scroll bar and room for some twenty rows, and its parent. */
+const CRect kListBoxParent{0, 0, 260, 330};
+HWND MakeListBox(HWND parent);
 
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);

@@ -6,6 +6,7 @@
 #include "draw/bitmap_draw.h"
 #include "draw/gradient.h"
 #include "draw/skin_bitmap.h"
+#include "draw/text_scope.h"
 #include "engine/skin_values.h"
 #include "tavixskin/value_ids.h"
 

@@ -168,4 +168,15 @@ bool HasMoreKeyRuns(CBitmap* bitmap, COLORREF key, const SIZE& extent, int most)
     return runs > most;
 }
 
+void CutKeyPixels(CRgn& region, CBitmap* bitmap, COLORREF key, const POINT& at, const SIZE& extent) {
+    // What a hostile bitmap makes of a corner costs the whole desktop dear, and some window systems end a
+    // program that asks for so much.
+    constexpr int kMostRuns = 8'192;
+    if (!bitmap || HasMoreKeyRuns(bitmap, key, extent, kMostRuns)) return;
+    CRgn shape;
+    RegionFromBitmapKey(&shape, bitmap, key, &extent);
+    shape.OffsetRgn(at.x, at.y);
+    region.CombineRgn(region, shape, RGN_DIFF);
+}
+
 }  // namespace tavix

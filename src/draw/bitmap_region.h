@@ -31,4 +31,10 @@ HRGN RegionOfPixels(BitmapRows& rows, const SIZE& size, COLORREF key, bool equal
  */
 bool HasMoreKeyRuns(CBitmap* bitmap, COLORREF key, const SIZE& extent, int most);
 
+/*
+ * Takes the bitmap's pixels that equal the key from the region, the bitmap standing at `at`; `extent` bounds
+ * what is looked at. A corner is a few dozen runs: a bitmap that has thousands changes nothing.
+ */
+void CutKeyPixels(CRgn& region, CBitmap* bitmap, COLORREF key, const POINT& at, const SIZE& extent);
+
 }  // namespace tavix

@@ -7,6 +7,7 @@
 #include "controls/edit_skin.h"
 #include "controls/group_box_skin.h"
 #include "controls/header_skin.h"
+#include "controls/list_box_skin.h"
 #include "controls/static_skin.h"
 #include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
@@ -102,6 +103,7 @@ constexpr ClassRow kClassTable[] = {
     {"AfxFrameOrView42", AttachFrameOrView},
     {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
+    {"ListBox", AttachSkin<CSkinListBox>},
     {"Edit", AttachSkin<CSkinEdit>},
     {"Static", AttachSkin<CSkinStatic>},
     {"SysAnimate32", AttachSkin<CSkinAnimate>},

@@ -11,29 +11,17 @@ namespace tavix {
 
 namespace {
 
-// A corner is a few dozen runs. What a hostile bitmap makes of one costs the whole desktop dear, and
-// some window systems end a program that asks for so much.
-constexpr int kMostCornerRuns = 8'192;
-
 CSize WindowSize(HWND window) {
     CRect rect;
     ::GetWindowRect(window, &rect);
     return rect.Size();
 }
 
-void CutCorner(CRgn& region, CSize window, CBitmap* corner, int left) {
-    if (!corner || HasMoreKeyRuns(corner, kCornerKey, window, kMostCornerRuns)) return;
-    CRgn shape;
-    RegionFromBitmapKey(&shape, corner, kCornerKey, &window);
-    shape.OffsetRgn(left, 0);
-    region.CombineRgn(region, shape, RGN_DIFF);
-}
-
 }  // namespace
 
 void CutCorners(CRgn& region, CSize window, CBitmap* left, CBitmap* right, int rightOffset) {
-    CutCorner(region, window, left, 0);
-    CutCorner(region, window, right, rightOffset);
+    CutKeyPixels(region, left, kCornerKey, CPoint(0, 0), window);
+    CutKeyPixels(region, right, kCornerKey, CPoint(rightOffset, 0), window);
 }
 
 void SetCornerRegion(HWND window, CBitmap* left, CBitmap* right, int rightOffset) {
