@@ -170,6 +170,21 @@ TEST_P(ListBoxRobustness, TextOfTenThousandCharactersIsKeptAndDrawn) {
     EXPECT_EQ(Send(LB_GETTEXTLEN, 11), 10'000);
 }
 
+// What comes of no string is the native control's business; the marks follow its answer.
+TEST_P(ListBoxRobustness, ItemsWithoutAStringAreSurvived) {
+    MakeList(WS_VSCROLL | LBS_MULTIPLESEL, 3);
+    Mark({1});
+    const LRESULT added = Send(LB_ADDSTRING, 0, 0);
+    EXPECT_EQ(Count(), added >= 0 ? 4 : 3);
+    const int before = Count();
+    const LRESULT inserted = Send(LB_INSERTSTRING, 0, 0);
+    EXPECT_EQ(Count(), inserted >= 0 ? before + 1 : before);
+    int marked = -1;
+    EXPECT_EQ(Send(LB_GETSELITEMS, 1, reinterpret_cast<LPARAM>(&marked)), 1);
+    EXPECT_EQ(marked, inserted >= 0 ? 2 : 1);
+    RepaintedClient(list);
+}
+
 TEST_P(ListBoxRobustness, MessagesWithoutTheirStructureAreSurvived) {
     MakeList(LBS_MULTIPLESEL, 3);
     Mark({1});

@@ -13,6 +13,7 @@
 #include "controls/edit_skin.h"
 #include "controls/group_box_skin.h"
 #include "controls/header_skin.h"
+#include "controls/list_box_skin.h"
 #include "controls/static_skin.h"
 #include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
@@ -217,6 +218,16 @@ TEST_F(ClassTable, GivesEveryButtonButTheGroupBoxTheButtonSkin) {
         EXPECT_TRUE(
             HasSkin<CSkinButton>(Make("BuTtOn", BS_AUTOCHECKBOX | BS_PUSHLIKE | BS_MULTILINE | WS_DISABLED)));
         EXPECT_TRUE(HasSkin<CSkinGroupBox>(Make("button", BS_GROUPBOX | BS_PUSHLIKE | WS_TABSTOP)));
+    }
+}
+
+TEST_F(ClassTable, GivesListBoxesTheirSkinWhateverTheirStyle) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"ListBox", "LISTBOX", "listbox"})
+            EXPECT_TRUE(HasSkin<CSkinListBox>(Make(name))) << name;
+        for (DWORD style : {LBS_MULTIPLESEL, LBS_EXTENDEDSEL, LBS_MULTICOLUMN, LBS_OWNERDRAWFIXED, LBS_SORT})
+            EXPECT_TRUE(HasSkin<CSkinListBox>(Make("ListBox", style))) << style;
     }
 }
 
