@@ -5,6 +5,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+
 #include "benches.h"
 #include "tavixskin.h"
 
@@ -12,29 +14,34 @@ int main(int argc, char** argv) {
     CLI::App app{"Measures the library beside the platform's own ways."};
     std::string skin = "build/skins/porcelain.skn";
     std::string json;
+    std::vector<std::string> only;
     app.add_option("--skin", skin, "The skin file to measure with");
     app.add_option("--json", json, "Where to write the figures");
+    app.add_option("--only", only, "Measure these parts only, a part a word")->delimiter(',');
     CLI11_PARSE(app, argc, argv);
+    const auto wanted = [&only](const char* part) {
+        return only.empty() || std::find(only.begin(), only.end(), part) != only.end();
+    };
 
     ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     bench::Report report;
     report.Begin();
-    bench::MeasureDrawing(report);
-    bench::MeasureLoading(report, skin);
-    bench::MeasureInterception(report);
+    if (wanted("drawing")) bench::MeasureDrawing(report);
+    if (wanted("loading")) bench::MeasureLoading(report, skin);
+    if (wanted("interception")) bench::MeasureInterception(report);
     const bench::NativeWindows native;
     if (!InstallTavixSkin(skin.c_str())) {
         std::fprintf(stderr, "tavix_bench: '%s' can't be installed; run './run build' first\n", skin.c_str());
         return 2;
     }
-    bench::MeasurePainting(report, native);
-    bench::MeasureScrollBars(report, native);
-    bench::MeasureListViews(report, native);
-    bench::MeasureListBoxes(report, native);
-    bench::MeasureMessages(report);
-    bench::MeasureInterceptedCalls(report);
-    bench::MeasureSwitch(report, skin);
-    bench::MeasureMemory(report);
+    if (wanted("painting")) bench::MeasurePainting(report, native);
+    if (wanted("scroll-bars")) bench::MeasureScrollBars(report, native);
+    if (wanted("list-views")) bench::MeasureListViews(report, native);
+    if (wanted("list-boxes")) bench::MeasureListBoxes(report, native);
+    if (wanted("messages")) bench::MeasureMessages(report);
+    if (wanted("intercepted-calls")) bench::MeasureInterceptedCalls(report);
+    if (wanted("switch")) bench::MeasureSwitch(report, skin);
+    if (wanted("memory")) bench::MeasureMemory(report);
     UnInstallTavixSkin();
     ::CoUninitialize();
 

@@ -86,7 +86,6 @@ void CutListCorners(CRgn& region, const CSize& window) {
 
 // The frame has no states: it looks the same disabled and without focus.
 LRESULT CSkinListBox::OnNcPaint() {
-    // Each addition asks for this; a list that is filled before it shows has nothing to paint.
     if (::IsWindowVisible(m_hWnd))
         tavix::NonClientArea(m_hWnd, nullptr, nullptr).Run(false, tavix::PaintListFrame);
     return 0;

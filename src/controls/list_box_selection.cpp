@@ -45,7 +45,7 @@ void CSkinListBox::TakeInItem(int item) {
     if (multiSelect) selectionMap.Insert(item);
     if (current >= item) ++current;
     UpdateVertBar();
-    Invalidate(TRUE);
+    RepaintIfShown();
 }
 
 // `left` is what the control answers: how many items are left, not which one has gone. That takes the last
@@ -66,11 +66,16 @@ void CSkinListBox::AfterDelete(int left) {
     if (count <= rows) topItem = 0;
     if (multiSelect) selectionMap.Remove(left);
     UpdateVertBar();
-    Invalidate(TRUE);
+    RepaintIfShown();
+}
+
+// A hidden list keeps no area to repaint: asking for it all the same is what filling one would cost most.
+void CSkinListBox::RepaintIfShown() {
+    if (::IsWindowVisible(m_hWnd)) Invalidate(TRUE);
 }
 
 void CSkinListBox::PaintFrameAnew() {
-    if (IsAlive()) ::SendMessageA(m_hWnd, WM_NCPAINT, 0, 0);
+    if (IsAlive() && ::IsWindowVisible(m_hWnd)) ::SendMessageA(m_hWnd, WM_NCPAINT, 0, 0);
 }
 
 // ---------------------------------------------------------------- what is selected

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "controls/list_box_paint.h"
+#include "controls/parent_background.h"
 #include "draw/bitmap_region.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
@@ -229,7 +230,9 @@ void CSkinListBox::UpdateVertBar() {
     MeasureRows();
     if (!hasVScroll) return;
     if (rows < ItemCount()) {
-        if (HasBarWindow() && !IsBarVisible()) ::ShowWindow(vertBar->m_hWnd, SW_SHOW);
+        // In a list that is hidden itself the bar need be shown once only.
+        if (HasBarWindow() && !(::GetWindowLongA(vertBar->m_hWnd, GWL_STYLE) & WS_VISIBLE))
+            ::ShowWindow(vertBar->m_hWnd, SW_SHOW);
         if (!vertBar && !CreateVertBar()) return;
         WriteBarRange();
     } else if (IsBarVisible()) {
@@ -250,12 +253,9 @@ bool CSkinListBox::CreateVertBar() {
 
 void CSkinListBox::WriteBarRange() {
     if (!HasBarWindow()) return;
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_RANGE | SIF_PAGE;
-    info.nMax = ItemCount() - 1;
-    info.nPage = static_cast<UINT>(rows);
-    vertBar->SetScrollInfo(&info, TRUE);
+    // Called for each item that comes or goes: without the road of a message, and painted once.
+    vertBar->SetRange(0, ItemCount() - 1, FALSE);
+    vertBar->SetPage(rows);
 }
 
 bool CSkinListBox::IsBarVisible() const { return HasBarWindow() && ::IsWindowVisible(vertBar->m_hWnd); }
@@ -264,8 +264,10 @@ void CSkinListBox::PlaceVertBar() {
     if (!IsBarVisible()) return;
     CRect place = clientRect;
     place.left = place.right - BarWidth();
-    ::SetWindowPos(vertBar->m_hWnd, nullptr, place.left, place.top, place.Width(), place.Height(),
-                   SWP_NOZORDER | SWP_NOACTIVATE);
+    // It mostly stands there already, which costs the system's messages all the same.
+    if (tavix::WindowRectIn(vertBar->m_hWnd, m_hWnd) != place)
+        ::SetWindowPos(vertBar->m_hWnd, nullptr, place.left, place.top, place.Width(), place.Height(),
+                       SWP_NOZORDER | SWP_NOACTIVATE);
     if (HasBarWindow()) ::InvalidateRect(vertBar->m_hWnd, nullptr, TRUE);
 }
 

@@ -73,6 +73,7 @@ private:
     LRESULT ItemFromPoint(const POINT& point) const;
     void TakeInItem(int item);
     void AfterDelete(int left);
+    void RepaintIfShown();
     void PaintFrameAnew();
     bool IsSelected(int item) const { return multiSelect ? selectionMap.Has(item) : item == current; }
 

@@ -336,6 +336,8 @@ void CSkinScrollBar::Invalidate(const RECT& area, BOOL erase) const {
 bool CSkinScrollBar::RepaintNow(const RECT* area) {
     const Presence present(*this);
     if (!present) return false;
+    // A hidden bar has nothing to repaint, and is painted whole when it shows.
+    if (!::IsWindowVisible(m_hWnd)) return true;
     ::InvalidateRect(m_hWnd, area, TRUE);
     ::UpdateWindow(m_hWnd);
     return static_cast<bool>(present);
