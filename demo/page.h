@@ -32,6 +32,7 @@ void open_dialogs(Stage& stage);
 void open_buttons(Stage& stage);
 void pose_buttons_hot(const Stage& stage, Mouse& mouse);
 void pose_buttons_pressed(const Stage& stage, Mouse& mouse);
+void open_settings(Stage& stage);
 void open_texts(Stage& stage);
 void open_scroll_bars(Stage& stage);
 void pose_scroll_bars_pressed(const Stage& stage, Mouse& mouse);

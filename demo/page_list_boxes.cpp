@@ -2,8 +2,8 @@
 #include <iterator>
 
 #include "dialog_template.h"
-#include "handles.h"
 #include "page.h"
+#include "swatches.h"
 
 namespace gallery {
 
@@ -35,41 +35,13 @@ constexpr Column list_columns[] = {
 
 constexpr short first_row = 8, row_pitch = 84, list_height = 66;
 
-/* A swatch of colour beside the item's name. */
-void draw_swatch(const DRAWITEMSTRUCT& item) {
-    if (item.itemID == static_cast<UINT>(-1)) return;
-    const bool is_selected = item.itemState & ODS_SELECTED;
-    const bool is_disabled = !IsWindowEnabled(item.hwndItem);
-    FillRect(item.hDC, &item.rcItem, GetSysColorBrush(is_selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-    RECT swatch = {item.rcItem.left + 2, item.rcItem.top + 2, item.rcItem.left + 16, item.rcItem.bottom - 2};
-    const auto shade = static_cast<BYTE>(40 + item.itemID * 17);
-    const OwnedBrush brush(
-        CreateSolidBrush(is_disabled ? RGB(shade, shade, shade) : RGB(shade, 120, 255 - shade)));
-    FillRect(item.hDC, &swatch, brush.get());
-    char text[64] = {};
-    SendMessageA(item.hwndItem, LB_GETTEXT, item.itemID, reinterpret_cast<LPARAM>(text));
-    const int text_colour = is_disabled   ? COLOR_GRAYTEXT
-                            : is_selected ? COLOR_HIGHLIGHTTEXT
-                                          : COLOR_WINDOWTEXT;
-    const COLORREF former_colour = SetTextColor(item.hDC, GetSysColor(text_colour));
-    const int former_mode = SetBkMode(item.hDC, TRANSPARENT);
-    TextOutA(item.hDC, swatch.right + 4, item.rcItem.top + 1, text, lstrlenA(text));
-    SetBkMode(item.hDC, former_mode);
-    SetTextColor(item.hDC, former_colour);
-}
-
-INT_PTR CALLBACK lists_procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_DRAWITEM) {
-        draw_swatch(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
-        return TRUE;
-    }
-    return plain_dialog_procedure(dialog, message, wparam, lparam);
-}
-
 void fill_list(HWND list, const Column& column) {
-    const int count = column.id == id_short ? 3 : static_cast<int>(std::size(stations));
+    const int count = column.id == id_short      ? 3
+                      : column.id == id_swatches ? 0
+                                                 : static_cast<int>(std::size(stations));
     for (int i = 0; i < count; ++i)
         SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(stations[i]));
+    if (column.id == id_swatches) add_swatches(list, LB_ADDSTRING);
     if (column.id == id_multiple) {
         for (const int item : {1, 2, 4}) SendMessageA(list, LB_SETSEL, TRUE, item);
     } else {
@@ -90,7 +62,7 @@ void open_list_boxes(Stage& stage) {
                       {column.x, static_cast<short>(y + 12), column.width, list_height});
         }
     }
-    const HWND dialog = lists.create(nullptr, lists_procedure);
+    const HWND dialog = lists.create(nullptr, swatches_dialog_procedure);
     for (const Column& column : list_columns)
         for (const int row : {0, static_cast<int>(id_disabled_row)})
             fill_list(GetDlgItem(dialog, column.id + row), column);

@@ -14,6 +14,7 @@ constexpr Page pages[] = {
     {"buttons", "Buttons", open_buttons, nullptr},
     {"buttons-hot", "Buttons (point at one)", open_buttons, pose_buttons_hot},
     {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
+    {"settings", "A settings dialog", open_settings, nullptr},
     {"texts", "Labels, edits and group boxes", open_texts, nullptr},
     {"scroll-bars", "Scroll bars", open_scroll_bars, nullptr},
     {"scroll-bars-pressed", "Scroll bars (press a thumb)", open_scroll_bars, pose_scroll_bars_pressed},
