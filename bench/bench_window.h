@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "tavixskin/framework/geometry.h"
 
 namespace bench {
@@ -19,7 +21,11 @@ public:
     ~Window();
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
-    Window(Window&& other) noexcept : m_window(other.m_window) { other.m_window = nullptr; }
+    Window(Window&& other) noexcept : m_window(std::exchange(other.m_window, nullptr)) {}
+    Window& operator=(Window&& other) noexcept {
+        std::swap(m_window, other.m_window);
+        return *this;
+    }
     operator HWND() const { return m_window; }
 
 private:

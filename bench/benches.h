@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "control_set.h"
 #include "harness.h"
 
 namespace bench {
@@ -35,6 +36,7 @@ public:
     HWND reportList;
     HWND listBoxParent;
     HWND listBox;
+    ControlSet controls;
 };
 
 /* While the thread is skinned with the file `skin`. */
@@ -42,6 +44,7 @@ void MeasurePainting(Report& report, const NativeWindows& native);
 void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureListViews(Report& report, const NativeWindows& native);
 void MeasureListBoxes(Report& report, const NativeWindows& native);
+void MeasureControls(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);
