@@ -1,6 +1,7 @@
 /* The seven functions of the C interface. */
 #include <shlwapi.h>
 
+#include <memory>
 #include <new>
 
 #include "tavixskin.h"
@@ -13,11 +14,12 @@ int __cdecl InstallTavixSkin(const char* path) try {
     AFX_MAINTAIN_STATE2 moduleState(AfxGetLibraryModuleState());
     if (!path || !::PathFileExistsA(path)) return 0;
     if (CTavixSkin::IsSkinnedThread(::GetCurrentThreadId())) return 0;
-    CTavixSkin* engine = new (std::nothrow) CTavixSkin;
+    std::unique_ptr<CTavixSkin> engine(new (std::nothrow) CTavixSkin);
     if (!engine) return 0;
     // A file that can't be read leaves an empty skin, and the install goes on.
     engine->LoadSkin(path);
-    return engine->InstallSkin();
+    // From here on the thread owns it, also if the platform refuses the hook.
+    return engine.release()->InstallSkin();
 } catch (...) {
     return 0;
 }
