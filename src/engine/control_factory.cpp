@@ -2,6 +2,7 @@
 #include <new>
 
 #include "commonctrls/list_view_skin.h"
+#include "commonctrls/tab_ctrl_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/header_skin.h"
@@ -99,6 +100,7 @@ constexpr ClassRow kClassTable[] = {
     {"SysAnimate32", AttachSkin<CSkinAnimate>},
     {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
     {"SysHeader32", AttachSkin<CSkinHeader>},
+    {"SysTabControl32", AttachSkin<CSkinTabCtrl>},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
     {"msctls_trackbar32", AttachSkin<CSkinClientWnd>},  // never reached: it has its skin above
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},
