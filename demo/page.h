@@ -37,6 +37,7 @@ void pose_scroll_bars_pressed(const Stage& stage, Mouse& mouse);
 void open_header(Stage& stage);
 void pose_header_pressed(const Stage& stage, Mouse& mouse);
 void open_list_views(Stage& stage);
+void open_tabs(Stage& stage);
 void open_splitters(Stage& stage);
 void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
 void open_scroll_hosts(Stage& stage);

@@ -18,6 +18,7 @@ constexpr Page pages[] = {
     {"scroll-bars-pressed", "Scroll bars (press a thumb)", open_scroll_bars, pose_scroll_bars_pressed},
     {"header", "Headers and trackbars (press a column)", open_header, pose_header_pressed},
     {"list-views", "List and tree views", open_list_views, nullptr},
+    {"tabs", "Tabs with pages", open_tabs, nullptr},
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
     {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},

@@ -8,6 +8,7 @@
 #include <cctype>
 
 #include "commonctrls/list_view_skin.h"
+#include "commonctrls/tab_ctrl_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/header_skin.h"
@@ -244,6 +245,14 @@ TEST_F(ClassTable, GivesHeadersAndTrackbarsAndAnimationsTheirSkins) {
         // Of the two rows for trackbars only the first counts.
         EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("msctls_trackbar32")));
         EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("MSCTLS_TRACKBAR32", TBS_VERT)));
+    }
+}
+
+TEST_F(ClassTable, GivesTabControlsTheirSkin) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"SysTabControl32", "SYSTABCONTROL32", "systabcontrol32"})
+            EXPECT_TRUE(HasSkin<CSkinTabCtrl>(Make(name))) << NameOf(version) << " " << name;
     }
 }
 
