@@ -3,6 +3,7 @@
 
 #include "commonctrls/list_view_skin.h"
 #include "commonctrls/tab_ctrl_skin.h"
+#include "commonctrls/tool_bar_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/header_skin.h"
@@ -58,6 +59,11 @@ void AttachButton(HWND window) {
     if ((StyleOf(window) & 0xF) != BS_GROUPBOX) AttachSkin<CSkinButton>(window);
 }
 
+// A bar whose owner takes part in its erasing paints itself in ways that the skin would cover.
+void AttachToolBar(HWND window) {
+    if (!(StyleOf(window) & TBSTYLE_CUSTOMERASE)) AttachSkin<CSkinToolBar>(window);
+}
+
 /* A bar that took a control over lives as long as the window. */
 class ControlScrollBar final : public CSkinScrollBar {
     void PostNcDestroy() override { delete this; }
@@ -92,6 +98,7 @@ constexpr ClassRow kClassTable[] = {
     {"Tavix_PaneL", AttachScrollingClient},
     {"Tavix_PaneM", AttachScrollingClient},
     {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
+    {"ToolbarWindow32", AttachToolBar},
     {"syslistview32", AttachSkin<CSkinListView>},
     {"systreeview32", AttachSkin<CSkinListView>},
     {"AfxFrameOrView42", AttachFrameOrView},
