@@ -12,27 +12,14 @@
 #include <string>
 #include <vector>
 
+#include "control_world.h"
 #include "draw/gradient.h"
-#include "support/common_controls.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin.h"
 #include "tavixskin/framework/gdi.h"
 
 namespace tavix_test {
-
-struct ControlWorld {
-    ControlsVersion controls;
-    Charset charset;
-};
-
-inline std::string NameOfWorld(const testing::TestParamInfo<ControlWorld>& info) {
-    return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
-}
-
-inline const auto kControlWorlds = testing::Values(
-    ControlWorld{ControlsVersion::V5, Charset::Ansi}, ControlWorld{ControlsVersion::V5, Charset::Unicode},
-    ControlWorld{ControlsVersion::V6, Charset::Ansi}, ControlWorld{ControlsVersion::V6, Charset::Unicode});
 
 class TabCtrlTest : public testing::TestWithParam<ControlWorld> {
 protected:
