@@ -38,6 +38,8 @@ void open_header(Stage& stage);
 void pose_header_pressed(const Stage& stage, Mouse& mouse);
 void open_list_views(Stage& stage);
 void open_tabs(Stage& stage);
+void open_tool_bars(Stage& stage);
+void pose_tool_bars_hot(const Stage& stage, Mouse& mouse);
 void open_splitters(Stage& stage);
 void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
 void open_scroll_hosts(Stage& stage);

@@ -19,6 +19,8 @@ constexpr Page pages[] = {
     {"header", "Headers and trackbars (press a column)", open_header, pose_header_pressed},
     {"list-views", "List and tree views", open_list_views, nullptr},
     {"tabs", "Tabs with pages", open_tabs, nullptr},
+    {"tool-bars", "Tool bars", open_tool_bars, nullptr},
+    {"tool-bars-hot", "Tool bars (point at a button)", open_tool_bars, pose_tool_bars_hot},
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
     {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},
