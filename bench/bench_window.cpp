@@ -85,11 +85,16 @@ NativeWindows::NativeWindows()
       uprightScrollBar(MakeScrollBar(scrollBarParent, true)),
       listParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 400, 320, 620, nullptr,
                                    nullptr, nullptr, nullptr)),
-      reportList(MakeReportList(listParent)) {
+      reportList(MakeReportList(listParent)),
+      commonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 320, 1000, 310, nullptr,
+                                     nullptr, nullptr, nullptr)),
+      toolBar(MakeToolBar(commonParent)),
+      tabControl(MakeTabControl(commonParent)) {
     Pump();
 }
 
 NativeWindows::~NativeWindows() {
+    ::DestroyWindow(commonParent);
     ::DestroyWindow(listParent);
     ::DestroyWindow(scrollBarParent);
     ::DestroyWindow(buttonParent);

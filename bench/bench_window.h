@@ -43,6 +43,11 @@ HWND MakeScrollBar(HWND parent, bool upright);
 /* A report list with one column and no rows. */
 HWND MakeReportList(HWND parent);
 
+/* A tool bar of 40 buttons with images, and a tab control of 12 tabs. A parent of 1000 by 310 has room for
+ * both. */
+HWND MakeToolBar(HWND parent);
+HWND MakeTabControl(HWND parent);
+
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);
 void RepaintClient(HWND window);

@@ -33,12 +33,16 @@ public:
     HWND uprightScrollBar;
     HWND listParent;
     HWND reportList;
+    HWND commonParent;
+    HWND toolBar;
+    HWND tabControl;
 };
 
 /* While the thread is skinned with the file `skin`. */
 void MeasurePainting(Report& report, const NativeWindows& native);
 void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureListViews(Report& report, const NativeWindows& native);
+void MeasureCommonControls(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);
