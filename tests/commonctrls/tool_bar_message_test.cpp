@@ -132,7 +132,16 @@ TEST_P(ToolBarMessages, NewSizeInvalidatesAll) {
     }
 }
 
-// The bar is as it was made until its size or its frame changes: the skin comes after the first measuring.
+// The native control was asked for the first measures: the skin comes after them.
+TEST_P(ToolBarMessages, BorderComesWithTheFirstChangeOfSizeOrFrame) {
+    bar = CreateControl(GetParam().charset, Parent(), kClass, "", kBarStyle, {20, 30, 320, 70});
+    EXPECT_EQ(ClientSize().cx, 300);
+    ::SetWindowPos(bar, nullptr, 0, 0, 0, 0,
+                   SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    EXPECT_EQ(ClientSize().cx, 298);
+    EXPECT_EQ(ClientSize().cy, 34);
+}
+
 TEST_P(ToolBarMessages, ChangeOfSkinRepaints) {
     MakeThree();
     skin.SetBitmap(74, 11, 80, RGB(3, 60, 90));
@@ -176,6 +185,36 @@ TEST_P(ToolBarMessages, MouseTakesTheHotLookFromButtonToButton) {
         EXPECT_EQ(Shown(), HotModel(button)) << button;
     }
     EXPECT_TRUE(EndTimer());
+}
+
+// Those that show a button under the mouse by themselves.
+TEST_P(ToolBarMessages, StylesOfTheNativeControlChangeNothing) {
+    for (const int style : {TBSTYLE_FLAT, TBSTYLE_FLAT | TBSTYLE_TRANSPARENT, TBSTYLE_LIST | TBSTYLE_FLAT,
+                            TBSTYLE_TOOLTIPS, TBSTYLE_WRAPABLE | TBSTYLE_ALTDRAG}) {
+        Make({{}, {}, {}}, 40, static_cast<DWORD>(style));
+        EXPECT_EQ(Shown(), HotModel(-1)) << std::hex << style;
+        for (const int button : {1, 2}) {
+            Move(MiddleOf(button));
+            EXPECT_EQ(ShownNow(), HotModel(button)) << std::hex << style;
+        }
+        Move({-1, 10});
+        EXPECT_EQ(ShownNow(), HotModel(-1)) << std::hex << style;
+        ::DestroyWindow(bar);
+    }
+}
+
+// No button is drawn by its owner, whatever that would answer.
+TEST_P(ToolBarMessages, OwnerIsNotAskedForCustomDrawing) {
+    int asked = 0;
+    Parent().handler = [&asked](const Received& received) -> std::optional<LRESULT> {
+        if (received.message != WM_NOTIFY) return std::nullopt;
+        if (reinterpret_cast<const NMHDR*>(received.lParam)->code == NM_CUSTOMDRAW) ++asked;
+        return std::nullopt;
+    };
+    MakeThree();
+    EXPECT_EQ(Shown(), HotModel(-1));
+    EXPECT_EQ(asked, 0);
+    Parent().handler = nullptr;
 }
 
 // The repaint comes before the bar forgets the button, so the look stays until the next one.
