@@ -8,41 +8,26 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "control_world.h"
+#include "common_control_fixture.h"
 #include "draw/gradient.h"
-#include "support/skinned_thread.h"
-#include "support/window_probe.h"
 #include "tavixskin.h"
 #include "tavixskin/framework/gdi.h"
 
 namespace tavix_test {
 
-class TabCtrlTest : public testing::TestWithParam<ControlWorld> {
+class TabCtrlTest : public CommonControlTest {
 protected:
-    static void SetUpTestSuite() { ParkMouse(); }
-    void SetUp() override {
-        m_world.emplace(GetParam().controls);
+    void PrepareSkin() override {
         // Each piece of a size of its own.
         skin.SetBitmapSize(36, 5, 17).SetBitmapSize(37, 3, 18).SetBitmapSize(38, 4, 16);
         skin.SetBitmapSize(39, 6, 19).SetBitmapSize(40, 7, 20).SetBitmapSize(41, 8, 21);
         skin.SetBitmapSize(42, 9, 6).SetBitmapSize(43, 11, 4).SetBitmapSize(44, 10, 7);
         skin.SetBitmapSize(45, 2, 5).SetBitmapSize(46, 3, 7).SetBitmapSize(47, 8, 4);
         skin.SetBitmapSize(48, 7, 6).SetBitmapSize(49, 9, 8);
-        m_thread.emplace(skin);
-        m_parent.emplace();
     }
-    void TearDown() override {
-        if (::GetAsyncKeyState(VK_LBUTTON) < 0) ReleaseMouse();
-        ::ReleaseCapture();
-        m_parent.reset();
-        m_thread.reset();
-        m_world.reset();
-    }
-    ProbeWindow& Parent() { return *m_parent; }
 
     void Make(const std::vector<std::string>& names, RECT place = {10, 20, 270, 150}, DWORD style = 0) {
         MakeIn(Parent(), names, place, style);
@@ -143,14 +128,8 @@ protected:
     }
     Picture Shown() { return LessChildren(RepaintedClient(tabs)); }
 
-    TestSkin skin;
     HWND tabs = nullptr;
     std::vector<std::string> texts;  // as they are to be shown
-
-private:
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
-    std::optional<ProbeWindow> m_parent;
 };
 
 }  // namespace tavix_test

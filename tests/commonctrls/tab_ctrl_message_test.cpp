@@ -2,7 +2,6 @@
 #include "tab_ctrl_fixture.h"
 
 #include "commonctrls/tab_ctrl_geometry.h"
-#include "main/gui_objects.h"
 
 namespace tavix_test {
 namespace {
@@ -208,19 +207,13 @@ TEST_P(TabCtrlMessages, PageAndBodyHaveOneColour) {
 }
 
 TEST_P(TabCtrlMessages, LeavesNoObjects) {
-    const auto round = [this] {
+    ExpectNoMoreObjects([this] {
         Make({"One", "Two", "Three"});
         Shown();
         Select(1);
         Shown();
         ::DestroyWindow(tabs);
-    };
-    for (int i = 0; i < 3; ++i) round();
-    const long gdi = GdiObjectCount();
-    const int user = CountUserObjects();
-    for (int i = 0; i < 10; ++i) round();
-    EXPECT_LE(GdiObjectCount(), gdi + 1);
-    EXPECT_EQ(CountUserObjects(), user);
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Worlds, TabCtrlMessages, kControlWorlds, NameOfWorld);

@@ -11,10 +11,8 @@
 #include <optional>
 #include <vector>
 
-#include "control_world.h"
+#include "common_control_fixture.h"
 #include "draw/gradient.h"
-#include "support/skinned_thread.h"
-#include "support/test_skin.h"
 #include "tavixskin.h"
 #include "tavixskin/framework/gdi.h"
 #include "tavixskin/framework/image_list.h"
@@ -37,7 +35,7 @@ inline std::optional<COLORREF> ImagePixel(int list, int image, int x) {
     return x == 2 ? RGB(255, 255, 255) : ImageColour(list, image);
 }
 
-class ToolBarTest : public testing::TestWithParam<ControlWorld> {
+class ToolBarTest : public CommonControlTest {
 protected:
     enum List { Normal, Hot, Disabled };
     enum class Effect { None, Plain, Lifted, Pushed, Engraved, Silhouette };
@@ -51,13 +49,12 @@ protected:
         Effect effect = Effect::None;
     };
 
-    static void SetUpTestSuite() { ParkMouse(); }
-    void SetUp() override {
-        m_world.emplace(GetParam().controls);
+    void PrepareSkin() override {
         skin.SetBitmapSize(70, 7, 5).SetBitmapSize(71, 6, 9).SetBitmapSize(74, 11, 80);
         skin.SetBitmapSize(75, 5, 3).SetBitmapSize(76, 9, 4).SetBitmapSize(77, 3, 6);
-        m_thread.emplace(skin);
-        m_parent.emplace();
+    }
+    void SetUp() override {
+        CommonControlTest::SetUp();
         for (const List list : {Normal, Hot, Disabled}) {
             ASSERT_TRUE(images[list].Create(kImageWidth, kImageHeight, ILC_COLOR24 | ILC_MASK, 2, 2));
             for (const int image : {0, 1}) {
@@ -68,15 +65,6 @@ protected:
             }
         }
     }
-    void TearDown() override {
-        if (::GetAsyncKeyState(VK_LBUTTON) < 0) ReleaseMouse();
-        ::ReleaseCapture();
-        m_parent.reset();
-        m_thread.reset();
-        m_world.reset();
-    }
-    ProbeWindow& Parent() { return *m_parent; }
-
     static constexpr DWORD kBarStyle = CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER;
 
     /* A bar at (20, 30) of the parent; its button i has the command 100 + i. */
@@ -163,7 +151,6 @@ protected:
         return canvas.Take();
     }
 
-    TestSkin skin;
     CImageList images[3];
     HWND bar = nullptr;
 
@@ -213,10 +200,6 @@ private:
                 break;
         }
     }
-
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
-    std::optional<ProbeWindow> m_parent;
 };
 
 }  // namespace tavix_test
