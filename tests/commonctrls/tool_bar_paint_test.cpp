@@ -298,6 +298,28 @@ TEST_P(ToolBarPaint, ImagesThatGoAwayAreLeftOut) {
     EXPECT_EQ(Shown(), Model({}));
 }
 
+TEST_P(ToolBarPaint, ImagesWithAnAlphaChannelKeepTheirShape) {
+    CImageList blended;
+    ASSERT_TRUE(blended.Create(kImageWidth, kImageHeight, ILC_COLOR32, 1, 1));
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, kImageWidth, kImageHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    CBitmap bitmap;
+    ASSERT_TRUE(bitmap.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0)));
+    // The right half is there, the left one is not.
+    for (int i = 0; i < kImageWidth * kImageHeight; ++i)
+        static_cast<DWORD*>(bits)[i] = i % kImageWidth < kImageWidth / 2 ? 0 : 0xFF2060A0;
+    ASSERT_EQ(::ImageList_Add(blended, bitmap, nullptr), 0);
+    Make({{}, {BTNS_BUTTON, 0, 0}});
+    ::SendMessageA(bar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(static_cast<HIMAGELIST>(blended)));
+    const Picture shown = Shown();
+    constexpr int kHalf = kImageWidth / 2 * kImageHeight;
+    EXPECT_EQ(shown.CountOf(RGB(0x20, 0x60, 0xA0)), kHalf);
+    EXPECT_EQ(shown.CountOf(::GetSysColor(COLOR_GRAYTEXT)), kHalf) << "the disabled one";
+    EXPECT_EQ(shown.CountOf(Flat(74)), shown.width * shown.height - 2 * kHalf);
+    Use(Normal);
+}
+
 TEST_P(ToolBarPaint, ImageLargerThanItsButtonIsCentredOverIt) {
     CImageList large;
     ASSERT_TRUE(large.Create(64, 40, ILC_COLOR24, 1, 1));
