@@ -10,11 +10,11 @@ namespace gallery {
 
 namespace {
 
-/* A function of the common controls. They are loaded by name in the version that is asked for, never
- * imported. */
+/* A function of the common controls. They are loaded by name, for that gives the version asked for, and stay
+   for as long as there are images of theirs. */
 template <class Function>
 Function* find_function(const char* name) {
-    const HMODULE controls = GetModuleHandleA("comctl32.dll");
+    static const HMODULE controls = LoadLibraryA("comctl32.dll");
     const auto found = controls ? GetProcAddress(controls, name) : nullptr;
     if (!found) throw Failure(std::string("The common controls have no ") + name);
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(found));
