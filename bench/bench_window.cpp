@@ -94,11 +94,16 @@ NativeWindows::NativeWindows()
       listBoxParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, kListBoxParent.left,
                                       kListBoxParent.top, kListBoxParent.Width(), kListBoxParent.Height(),
                                       nullptr, nullptr, nullptr, nullptr)),
-      listBox(MakeListBox(listBoxParent)) {
+      listBox(MakeListBox(listBoxParent)),
+      commonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 320, 1000, 310, nullptr,
+                                     nullptr, nullptr, nullptr)),
+      toolBar(MakeToolBar(commonParent)),
+      tabControl(MakeTabControl(commonParent)) {
     Pump();
 }
 
 NativeWindows::~NativeWindows() {
+    ::DestroyWindow(commonParent);
     ::DestroyWindow(listParent);
     ::DestroyWindow(listBoxParent);
     ::DestroyWindow(scrollBarParent);

@@ -52,6 +52,11 @@ HWND MakeReportList(HWND parent);
 const CRect kListBoxParent{0, 0, 260, 330};
 HWND MakeListBox(HWND parent);
 
+/* A tool bar of 40 buttons with images, and a tab control of 12 tabs. A parent of 1000 by 310 has room for
+ * both. */
+HWND MakeToolBar(HWND parent);
+HWND MakeTabControl(HWND parent);
+
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);
 void RepaintClient(HWND window);

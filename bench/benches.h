@@ -36,6 +36,9 @@ public:
     HWND reportList;
     HWND listBoxParent;
     HWND listBox;
+    HWND commonParent;
+    HWND toolBar;
+    HWND tabControl;
     ControlSet controls;
 };
 
@@ -45,6 +48,7 @@ void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureListViews(Report& report, const NativeWindows& native);
 void MeasureListBoxes(Report& report, const NativeWindows& native);
 void MeasureControls(Report& report, const NativeWindows& native);
+void MeasureCommonControls(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);

@@ -39,6 +39,7 @@ int main(int argc, char** argv) {
     if (wanted("list-views")) bench::MeasureListViews(report, native);
     if (wanted("list-boxes")) bench::MeasureListBoxes(report, native);
     if (wanted("controls")) bench::MeasureControls(report, native);
+    if (wanted("common-controls")) bench::MeasureCommonControls(report, native);
     if (wanted("messages")) bench::MeasureMessages(report);
     if (wanted("intercepted-calls")) bench::MeasureInterceptedCalls(report);
     if (wanted("switch")) bench::MeasureSwitch(report, skin);

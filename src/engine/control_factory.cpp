@@ -2,6 +2,8 @@
 #include <new>
 
 #include "commonctrls/list_view_skin.h"
+#include "commonctrls/tab_ctrl_skin.h"
+#include "commonctrls/tool_bar_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/edit_skin.h"
@@ -64,6 +66,11 @@ void AttachButton(HWND window) {
         AttachSkin<CSkinButton>(window);
 }
 
+// A bar whose owner takes part in its erasing paints itself in ways that the skin would cover.
+void AttachToolBar(HWND window) {
+    if (!(StyleOf(window) & TBSTYLE_CUSTOMERASE)) AttachSkin<CSkinToolBar>(window);
+}
+
 /* A bar that took a control over lives as long as the window. */
 class ControlScrollBar final : public CSkinScrollBar {
     void PostNcDestroy() override { delete this; }
@@ -98,6 +105,7 @@ constexpr ClassRow kClassTable[] = {
     {"Tavix_PaneL", AttachScrollingClient},
     {"Tavix_PaneM", AttachScrollingClient},
     {"Tavix_PaneN", AttachSkin<CSkinClientWnd>},
+    {"ToolbarWindow32", AttachToolBar},
     {"syslistview32", AttachSkin<CSkinListView>},
     {"systreeview32", AttachSkin<CSkinListView>},
     {"AfxFrameOrView42", AttachFrameOrView},
@@ -109,6 +117,7 @@ constexpr ClassRow kClassTable[] = {
     {"SysAnimate32", AttachSkin<CSkinAnimate>},
     {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
     {"SysHeader32", AttachSkin<CSkinHeader>},
+    {"SysTabControl32", AttachSkin<CSkinTabCtrl>},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
     {"msctls_trackbar32", AttachSkin<CSkinClientWnd>},  // never reached: it has its skin above
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},

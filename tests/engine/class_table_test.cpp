@@ -8,6 +8,8 @@
 #include <cctype>
 
 #include "commonctrls/list_view_skin.h"
+#include "commonctrls/tab_ctrl_skin.h"
+#include "commonctrls/tool_bar_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
 #include "controls/edit_skin.h"
@@ -271,6 +273,26 @@ TEST_F(ClassTable, GivesHeadersAndTrackbarsAndAnimationsTheirSkins) {
         // Of the two rows for trackbars only the first counts.
         EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("msctls_trackbar32")));
         EXPECT_TRUE(HasSkin<CSkinTrackBar>(Make("MSCTLS_TRACKBAR32", TBS_VERT)));
+    }
+}
+
+TEST_F(ClassTable, GivesToolBarsTheirSkinUnlessTheyEraseThemselves) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"ToolbarWindow32", "TOOLBARWINDOW32", "toolbarwindow32"}) {
+            EXPECT_TRUE(HasSkin<CSkinToolBar>(Make(name))) << name;
+            EXPECT_TRUE(HasSkin<CSkinToolBar>(Make(name, TBSTYLE_FLAT | TBSTYLE_TRANSPARENT | TBSTYLE_LIST)));
+            EXPECT_TRUE(IsNative(Make(name, TBSTYLE_CUSTOMERASE))) << name;
+            EXPECT_TRUE(IsNative(Make(name, TBSTYLE_CUSTOMERASE | TBSTYLE_FLAT)));
+        }
+    }
+}
+
+TEST_F(ClassTable, GivesTabControlsTheirSkin) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"SysTabControl32", "SYSTABCONTROL32", "systabcontrol32"})
+            EXPECT_TRUE(HasSkin<CSkinTabCtrl>(Make(name))) << NameOf(version) << " " << name;
     }
 }
 
