@@ -11,14 +11,14 @@
 #include <string>
 #include <vector>
 
-#include "common_control_fixture.h"
 #include "draw/gradient.h"
+#include "support/control_test.h"
 #include "tavixskin.h"
 #include "tavixskin/framework/gdi.h"
 
 namespace tavix_test {
 
-class TabCtrlTest : public CommonControlTest {
+class TabCtrlTest : public ControlTest {
 protected:
     void PrepareSkin() override {
         // Each piece of a size of its own.

@@ -2,6 +2,7 @@
 #include "tab_ctrl_fixture.h"
 
 #include "commonctrls/tab_ctrl_geometry.h"
+#include "support/object_rounds.h"
 
 namespace tavix_test {
 namespace {

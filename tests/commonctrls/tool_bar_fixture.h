@@ -11,8 +11,8 @@
 #include <optional>
 #include <vector>
 
-#include "common_control_fixture.h"
 #include "draw/gradient.h"
+#include "support/control_test.h"
 #include "tavixskin.h"
 #include "tavixskin/framework/gdi.h"
 #include "tavixskin/framework/image_list.h"
@@ -35,7 +35,7 @@ inline std::optional<COLORREF> ImagePixel(int list, int image, int x) {
     return x == 2 ? RGB(255, 255, 255) : ImageColour(list, image);
 }
 
-class ToolBarTest : public CommonControlTest {
+class ToolBarTest : public ControlTest {
 protected:
     enum List { Normal, Hot, Disabled };
     enum class Effect { None, Plain, Lifted, Pushed, Engraved, Silhouette };
@@ -54,7 +54,7 @@ protected:
         skin.SetBitmapSize(75, 5, 3).SetBitmapSize(76, 9, 4).SetBitmapSize(77, 3, 6);
     }
     void SetUp() override {
-        CommonControlTest::SetUp();
+        ControlTest::SetUp();
         for (const List list : {Normal, Hot, Disabled}) {
             ASSERT_TRUE(images[list].Create(kImageWidth, kImageHeight, ILC_COLOR24 | ILC_MASK, 2, 2));
             for (const int image : {0, 1}) {

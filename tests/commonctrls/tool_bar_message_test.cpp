@@ -1,5 +1,6 @@
 // Tool bars: what the skin answers, what goes on to the native control, the button under the mouse, real
 // input.
+#include "support/object_rounds.h"
 #include "tool_bar_fixture.h"
 
 namespace tavix_test {

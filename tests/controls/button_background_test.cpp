@@ -16,7 +16,7 @@ protected:
     /* What fills the button, read away from the mark and the text. */
     COLORREF FillOf(HWND button) { return RepaintedClient(button).At(99, 29); }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ButtonBackground, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ButtonBackground, kControlWorlds, NameOfWorld);
 
 TEST_P(ButtonBackground, IsTheParentsPixelLeftOfTheTopRowIfTheParentClipsItsChildren) {
     for (DWORD type : {BS_CHECKBOX, BS_AUTOCHECKBOX, BS_RADIOBUTTON, BS_AUTORADIOBUTTON}) {

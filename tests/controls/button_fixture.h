@@ -7,10 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "support/common_controls.h"
-#include "support/skinned_thread.h"
-#include "support/window_probe.h"
-#include "tavixskin.h"
+#include "support/control_test.h"
 
 namespace tavix_test {
 
@@ -21,20 +18,6 @@ constexpr POINT kInside{30, 10};
 constexpr POINT kOutside{30, 200};
 
 constexpr LPARAM Packed(POINT point) { return MAKELPARAM(point.x, point.y); }
-
-/* Which controls, created by which of the platform's two character sets. */
-struct ButtonWorld {
-    ControlsVersion controls;
-    Charset charset;
-};
-
-inline std::string NameOfWorld(const testing::TestParamInfo<ButtonWorld>& info) {
-    return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
-}
-
-inline const auto kButtonWorlds = testing::Values(
-    ButtonWorld{ControlsVersion::V5, Charset::Ansi}, ButtonWorld{ControlsVersion::V5, Charset::Unicode},
-    ButtonWorld{ControlsVersion::V6, Charset::Ansi}, ButtonWorld{ControlsVersion::V6, Charset::Unicode});
 
 /* What tells the faces of a push button apart. */
 struct Face {
@@ -54,34 +37,14 @@ inline Face FaceOf(const Picture& picture) {
     return {picture.At(kColumn, 1), picture.At(kColumn, picture.height - 2), picture.At(kColumn, 0)};
 }
 
-/* A skinned thread with a parent window in one of the four worlds. */
-class ButtonTest : public testing::TestWithParam<ButtonWorld> {
+/* Controls on a parent whose surface the tests may dot. */
+class ButtonTest : public ControlTest {
 protected:
-    static void SetUpTestSuite() { ParkMouse(); }
-
-    void SetUp() override {
-        m_world.emplace(GetParam().controls);
-        m_thread.emplace(skin);
-        UseParent(0);
-    }
-    void TearDown() override {
-        ::ReleaseCapture();
-        m_parent.reset();
-        m_thread.reset();
-        m_world.reset();
-    }
-
     /* A new parent with these styles too; the former one is destroyed with its children. */
     ProbeWindow& UseParent(DWORD styles) {
-        m_parent.reset();
         m_dots.clear();
-        return m_parent.emplace(WS_POPUP | WS_VISIBLE | styles);
+        return ControlTest::UseParent(WS_POPUP | WS_VISIBLE | styles);
     }
-    ProbeWindow& Parent() { return *m_parent; }
-    void LoseParent() { m_parent.reset(); }
-
-    /* Puts the changes of `skin` in force. */
-    void UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
 
     HWND MakeButton(DWORD style, const RECT& place = kButtonPlace, const char* text = "Label") {
         HWND button = CreateControl(GetParam().charset, Parent(), "Button", text, style, place, kButtonId);
@@ -127,8 +90,6 @@ protected:
         return {parent, WM_COMMAND, MAKEWPARAM(kButtonId, BN_CLICKED), reinterpret_cast<LPARAM>(button)};
     }
 
-    TestSkin skin;
-
 private:
     struct Point {
         int x, y;
@@ -138,9 +99,6 @@ private:
         return {skin.Colour(top), skin.Colour(bottom), skin.Colour(border)};
     }
 
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
-    std::optional<ProbeWindow> m_parent;
     std::vector<Point> m_dots;
 };
 

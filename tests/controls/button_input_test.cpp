@@ -25,7 +25,7 @@ protected:
     }
     using Notifications = std::vector<Received>;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ButtonInput, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ButtonInput, kControlWorlds, NameOfWorld);
 
 TEST_P(ButtonInput, PointerOverThePushButtonTurnsItHotAndLeavingTurnsItBack) {
     HWND button = MakeListenedButton(BS_PUSHBUTTON);

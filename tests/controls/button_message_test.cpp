@@ -48,7 +48,7 @@ protected:
     std::optional<ClassSpy> native;
     LRESULT result = 0;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ButtonMessage, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ButtonMessage, kControlWorlds, NameOfWorld);
 
 TEST_P(ButtonMessage, CreationNeverReachesTheNativeControl) {
     for (DWORD type : AllTypes()) {

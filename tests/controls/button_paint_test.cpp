@@ -146,7 +146,7 @@ protected:
     }
     using Colours = std::vector<COLORREF>;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ButtonPaint, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ButtonPaint, kControlWorlds, NameOfWorld);
 
 TEST_P(ButtonPaint, EachTypeHasItsOwnPicture) {
     // The mark is 13 pixels high in a client area of 30: it covers the rows 8 to 20.

@@ -18,7 +18,7 @@ protected:
     static void Key(HWND button, UINT message) { ::SendMessageA(button, message, VK_SPACE, 0); }
     using Notifications = std::vector<Received>;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ButtonPress, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ButtonPress, kControlWorlds, NameOfWorld);
 
 TEST_P(ButtonPress, PointerInsideTurnsTheButtonHotAndTakesCapture) {
     HWND button = MakeListenedButton(BS_PUSHBUTTON);

@@ -24,7 +24,7 @@ protected:
         ::SendMessageA(button, WM_LBUTTONUP, 0, Packed(kInside));
     }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ButtonRobustness, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ButtonRobustness, kControlWorlds, NameOfWorld);
 
 TEST_P(ButtonRobustness, ButtonMayBeDestroyedByItsOwnClick) {
     for (DWORD type : {BS_PUSHBUTTON, BS_AUTOCHECKBOX, BS_AUTORADIOBUTTON, BS_OWNERDRAW}) {

@@ -5,52 +5,36 @@
 
 #include <commctrl.h>
 
-#include <optional>
-#include <string>
-
-#include "main/gui_objects.h"
-#include "support/common_controls.h"
-#include "support/skinned_thread.h"
-#include "support/window_probe.h"
+#include "support/control_test.h"
+#include "support/object_rounds.h"
 #include "tavixskin/framework/geometry.h"
 
 namespace tavix_test {
 namespace {
 
-struct World {
-    ControlsVersion controls;
-    Charset charset;
-};
-
 constexpr COLORREF kLeft = RGB(200, 10, 10), kRight = RGB(10, 200, 10), kOrigin = RGB(10, 10, 200);
 constexpr COLORREF kGround = RGB(120, 120, 120);
 
-class ColourMessage : public testing::TestWithParam<World> {
+class ColourMessage : public ControlTest {
 protected:
     static void SetUpTestSuite() {
         INITCOMMONCONTROLSEX all{sizeof all, ICC_BAR_CLASSES | ICC_ANIMATE_CLASS};
         ::InitCommonControlsEx(&all);
     }
     void SetUp() override {
-        m_world.emplace(GetParam().controls);
-        m_thread.emplace(skin);
-        parent.emplace(WS_POPUP | WS_VISIBLE, SIZE{400, 300}, POINT{100, 100}, kGround);
-    }
-    void TearDown() override {
-        parent.reset();
-        m_thread.reset();
-        m_world.reset();
+        ControlTest::SetUp();
+        UseParent(WS_POPUP | WS_VISIBLE, SIZE{400, 300}, POINT{100, 100}, kGround);
     }
     HWND Make(const char* className, const RECT& place, DWORD style = 0) {
-        HWND window = CreateControl(GetParam().charset, *parent, className, "", style, place);
+        HWND window = CreateControl(GetParam().charset, Parent(), className, "", style, place);
         EXPECT_TRUE(IsSkinned(window));
-        ::UpdateWindow(*parent);
+        ::UpdateWindow(Parent());
         return window;
     }
     void Dot(int x, int y, COLORREF colour) {
-        HDC dc = ::GetDC(*parent);
+        HDC dc = ::GetDC(Parent());
         ::SetPixel(dc, x, y, colour);
-        ::ReleaseDC(*parent, dc);
+        ::ReleaseDC(Parent(), dc);
     }
     /* The colour of the brush that the control's skin answers with; `result` gets the brush. */
     COLORREF Ask(HWND control, HDC dc, HBRUSH* result = nullptr) {
@@ -63,13 +47,7 @@ protected:
         return facts.lbColor;
     }
 
-    TestSkin skin;
-    std::optional<ProbeWindow> parent;
     Canvas canvas{10, 10, RGB(1, 2, 3)};
-
-private:
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
 };
 
 // ---------------------------------------------------------------- trackbars
@@ -192,7 +170,7 @@ TEST_P(AnimateSkin, MovedToAnotherGroundItChangesItsBrushAtTheNextMessage) {
     HWND animation = Make("SysAnimate32", kPlace);
     EXPECT_EQ(Ask(animation, canvas.Dc()), kGround);
     ::MoveWindow(animation, 200, 60, 100, 40, TRUE);
-    ::UpdateWindow(*parent);
+    ::UpdateWindow(Parent());
     Dot(199, kRow, kLeft);
     EXPECT_EQ(Ask(animation, canvas.Dc()), kLeft);
 }
@@ -220,24 +198,14 @@ TEST_P(ColourMessageSkins, KeepOneBrushAndGiveItBack) {
         ::DestroyWindow(control);
     };
     for (const char* className : {"msctls_trackbar32", "SysAnimate32"}) {
-        for (int i = 0; i < 3; ++i) round(className);
-        const long gdi = GdiObjectCount();
-        const int user = CountUserObjects();
-        for (int i = 0; i < 20; ++i) round(className);
-        EXPECT_LE(GdiObjectCount(), gdi + 1) << className;
-        EXPECT_EQ(CountUserObjects(), user) << className;
+        SCOPED_TRACE(className);
+        ExpectNoMoreObjects([&] { round(className); });
     }
 }
 
-const auto kWorlds =
-    testing::Values(World{ControlsVersion::V5, Charset::Ansi}, World{ControlsVersion::V5, Charset::Unicode},
-                    World{ControlsVersion::V6, Charset::Ansi}, World{ControlsVersion::V6, Charset::Unicode});
-std::string NameOfWorld(const testing::TestParamInfo<World>& info) {
-    return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
-}
-INSTANTIATE_TEST_SUITE_P(Worlds, TrackbarSkin, kWorlds, NameOfWorld);
-INSTANTIATE_TEST_SUITE_P(Worlds, AnimateSkin, kWorlds, NameOfWorld);
-INSTANTIATE_TEST_SUITE_P(Worlds, ColourMessageSkins, kWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, TrackbarSkin, kControlWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, AnimateSkin, kControlWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ColourMessageSkins, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test

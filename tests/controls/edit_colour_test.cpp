@@ -16,7 +16,7 @@ protected:
         return pixel;
     }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, EditColours, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, EditColours, kControlWorlds, NameOfWorld);
 
 TEST_P(EditColours, EnabledTakesTheColourOnItsLeftWhateverItsParentClips) {
     for (const DWORD clipping : {DWORD{0}, DWORD{WS_CLIPCHILDREN}}) {

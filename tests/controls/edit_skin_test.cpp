@@ -37,7 +37,7 @@ protected:
         return ::SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
     }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, Edit, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, Edit, kControlWorlds, NameOfWorld);
 
 // ---------------------------------------------------------------- frames
 
@@ -267,7 +267,7 @@ protected:
 
     HWND edit = nullptr, horizontal = nullptr, vertical = nullptr;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, EditOnBars, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, EditOnBars, kControlWorlds, NameOfWorld);
 
 TEST_P(EditOnBars, BarsComeBackAsTheyWere) {
     for (const int wanted : {0, 1, 2, 3}) {

@@ -62,7 +62,7 @@ protected:
         return Shown(box);
     }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, GroupBox, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, GroupBox, kControlWorlds, NameOfWorld);
 
 TEST_P(GroupBox, FrameIsEtchedAndOpenWhereTheCaptionStands) {
     for (const char* text : {"Options", "A rather long caption", "&Mnemonic", "i"}) {

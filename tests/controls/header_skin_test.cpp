@@ -10,11 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "main/gui_objects.h"
-#include "support/common_controls.h"
-#include "support/skinned_thread.h"
-#include "support/window_probe.h"
-#include "tavixskin.h"
+#include "support/control_test.h"
+#include "support/object_rounds.h"
 #include "tavixskin/framework/gdi.h"
 
 namespace tavix_test {
@@ -24,11 +21,6 @@ constexpr int kWidth = 360, kHeight = 24;
 constexpr DWORD kItemStyle =
     0;  // without HDS_BUTTONS the native control repaints nothing of its own at a press
 
-struct World {
-    ControlsVersion controls;
-    Charset charset;
-};
-
 /* A column as the tests make it, and as the model paints it. */
 struct Column {
     int width;
@@ -37,25 +29,13 @@ struct Column {
     HBITMAP bitmap = nullptr;
 };
 
-class HeaderSkin : public testing::TestWithParam<World> {
+class HeaderSkin : public ControlTest {
 protected:
-    static void SetUpTestSuite() { ParkMouse(); }
-    void SetUp() override {
-        m_world.emplace(GetParam().controls);
+    void PrepareSkin() override {
         // Each piece of a width of its own.
         skin.SetBitmapSize(50, 4, 9).SetBitmapSize(51, 3, 9).SetBitmapSize(52, 5, 9);
         skin.SetBitmapSize(53, 6, 9).SetBitmapSize(54, 2, 9).SetBitmapSize(55, 7, 9);
-        m_thread.emplace(skin);
-        m_parent.emplace();
     }
-    void TearDown() override {
-        if (::GetAsyncKeyState(VK_LBUTTON) < 0) ReleaseMouse();
-        ::ReleaseCapture();
-        m_parent.reset();
-        m_thread.reset();
-        m_world.reset();
-    }
-    ProbeWindow& Parent() { return *m_parent; }
 
     void Make(const std::vector<Column>& columns, DWORD style = kItemStyle) {
         header = CreateControl(GetParam().charset, Parent(), "SysHeader32", "", style, {10, 20, 370, 44});
@@ -137,14 +117,10 @@ protected:
     }
     Picture Shown() { return RepaintedClient(header); }
 
-    TestSkin skin;
     HWND header = nullptr;
     std::vector<Column> m_columns;
 
 private:
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
-    std::optional<ProbeWindow> m_parent;
 };
 
 // ---------------------------------------------------------------- painting
@@ -440,22 +416,10 @@ TEST_P(HeaderSkin, LeavesNoObjects) {
         Shown();
         ::DestroyWindow(header);
     };
-    for (int i = 0; i < 3; ++i) round();
-    const long gdi = GdiObjectCount();
-    const int user = CountUserObjects();
-    for (int i = 0; i < 10; ++i) round();
-    EXPECT_LE(GdiObjectCount(), gdi + 1);
-    EXPECT_EQ(CountUserObjects(), user);
+    ExpectNoMoreObjects(round);
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, HeaderSkin,
-                         testing::Values(World{ControlsVersion::V5, Charset::Ansi},
-                                         World{ControlsVersion::V5, Charset::Unicode},
-                                         World{ControlsVersion::V6, Charset::Ansi},
-                                         World{ControlsVersion::V6, Charset::Unicode}),
-                         [](const testing::TestParamInfo<World>& info) {
-                             return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
-                         });
+INSTANTIATE_TEST_SUITE_P(Worlds, HeaderSkin, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test

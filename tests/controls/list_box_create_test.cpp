@@ -7,7 +7,7 @@ namespace tavix_test {
 namespace {
 
 class ListBoxCreate : public ListBoxTest {};
-INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxCreate, kListWorlds, NameOfListWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxCreate, kControlWorlds, NameOfWorld);
 
 constexpr DWORD kTaken = WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_MULTIPLESEL | LBS_EXTENDEDSEL |
                          LBS_MULTICOLUMN | LBS_USETABSTOPS;

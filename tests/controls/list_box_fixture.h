@@ -7,10 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "support/common_controls.h"
-#include "support/skinned_thread.h"
-#include "support/window_probe.h"
-#include "tavixskin.h"
+#include "support/control_test.h"
 #include "tavixskin/framework/geometry.h"
 
 namespace tavix_test {
@@ -22,39 +19,14 @@ constexpr int kLeftEdge = 3, kTopEdge = 2, kRightEdge = 4, kBottomEdge = 5;
 constexpr int kItemHeight = 12;
 inline const CPoint kListPlace{20, 10};
 
-struct ListWorld {
-    ControlsVersion controls;
-    Charset charset;
-};
-inline std::string NameOfListWorld(const testing::TestParamInfo<ListWorld>& info) {
-    return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
-}
-inline const auto kListWorlds = testing::Values(
-    ListWorld{ControlsVersion::V5, Charset::Ansi}, ListWorld{ControlsVersion::V5, Charset::Unicode},
-    ListWorld{ControlsVersion::V6, Charset::Ansi}, ListWorld{ControlsVersion::V6, Charset::Unicode});
-
-/* A skinned thread with a parent that records, in one of the four worlds. */
-class ListBoxTest : public testing::TestWithParam<ListWorld> {
+/* A skin whose list boxes have a frame of unequal edges. */
+class ListBoxTest : public ControlTest {
 protected:
-    static void SetUpTestSuite() { ParkMouse(); }
-    void SetUp() override {
-        m_world.emplace(GetParam().controls);
+    void PrepareSkin() override {
         for (DWORD corner : {57u, 58u, 59u, 60u}) skin.SetBitmapSize(corner, 6, 6);
         skin.SetBitmapSize(61, 7, kTopEdge).SetBitmapSize(64, 9, kBottomEdge);
         skin.SetBitmapSize(62, kLeftEdge, 7).SetBitmapSize(63, kRightEdge, 5);
-        m_thread.emplace(skin);
-        m_parent.emplace();
     }
-    void TearDown() override {
-        if (::GetAsyncKeyState(VK_LBUTTON) < 0) ReleaseMouse();
-        ::ReleaseCapture();
-        m_parent.reset();
-        m_thread.reset();
-        m_world.reset();
-    }
-    ProbeWindow& Parent() { return *m_parent; }
-    void LoseParent() { m_parent.reset(); }
-    void UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
 
     /* A list whose client area has that size, with items "Item 0" and so on, laid out. */
     HWND MakeList(DWORD listStyle, int itemCount, CSize client = {200, 96}, int height = kItemHeight) {
@@ -151,13 +123,7 @@ protected:
     }
     void Validate() { ::ValidateRect(list, nullptr); }
 
-    TestSkin skin;
     HWND list = nullptr;
-
-private:
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
-    std::optional<ProbeWindow> m_parent;
 };
 
 }  // namespace tavix_test

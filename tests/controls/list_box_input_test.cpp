@@ -16,7 +16,7 @@ protected:
     }
     static int BarWidth() { return ::GetSystemMetrics(SM_CXVSCROLL); }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxInput, kListWorlds, NameOfListWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxInput, kControlWorlds, NameOfWorld);
 
 // ---------------------------------------------------------------- presses
 

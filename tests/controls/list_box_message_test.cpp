@@ -5,7 +5,7 @@ namespace tavix_test {
 namespace {
 
 class ListBoxMessage : public ListBoxTest {};
-INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxMessage, kListWorlds, NameOfListWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxMessage, kControlWorlds, NameOfWorld);
 
 const std::vector<int> kNone{};
 

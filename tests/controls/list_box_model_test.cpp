@@ -281,7 +281,7 @@ protected:
 private:
     std::mt19937 m_random;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxModel, kListWorlds, NameOfListWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxModel, kControlWorlds, NameOfWorld);
 
 TEST_P(ListBoxModel, SingleSelectionAnswersAsItsRulesSay) { Run(WS_VSCROLL, 1, 1700); }
 TEST_P(ListBoxModel, SingleSelectionWithoutABarAnswersAsItsRulesSay) { Run(0, 2, 800); }

@@ -85,7 +85,7 @@ protected:
     std::map<UINT, UINT> heights;
     std::vector<Drawn> drawn;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxPaint, kListWorlds, NameOfListWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxPaint, kControlWorlds, NameOfWorld);
 
 // ---------------------------------------------------------------- the frame
 

@@ -42,7 +42,7 @@ protected:
         Parent().log.Clear();
     }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxRobustness, kListWorlds, NameOfListWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxRobustness, kControlWorlds, NameOfWorld);
 
 TEST_P(ListBoxRobustness, ListMayBeDestroyedByAnyNotification) {
     for (const Cause& cause : Causes()) {

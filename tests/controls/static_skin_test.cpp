@@ -44,7 +44,7 @@ protected:
 private:
     HWND m_dialog = nullptr;
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, Static, kButtonWorlds, NameOfWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, Static, kControlWorlds, NameOfWorld);
 
 // ---------------------------------------------------------------- creation
 

@@ -1,8 +1,8 @@
 // A splitter's panes: making, placing, splitting, and the focus among them.
 #include <algorithm>
 
-#include "main/gui_objects.h"
 #include "splitter_fixture.h"
+#include "support/object_rounds.h"
 
 namespace tavix_test {
 namespace {
@@ -369,12 +369,7 @@ TEST_F(SplitterPanes, ComeAndGoWithoutLeavingObjects) {
         one.DeleteColumn(1);
         Settle();
     };
-    for (int i = 0; i < 3; ++i) round();
-    const long gdi = GdiObjectCount();
-    const int user = CountUserObjects();
-    for (int i = 0; i < 10; ++i) round();
-    EXPECT_LE(GdiObjectCount(), gdi + 1);
-    EXPECT_EQ(CountUserObjects(), user);
+    ExpectNoMoreObjects(round);
 }
 
 }  // namespace

@@ -7,10 +7,10 @@
 #include <optional>
 #include <string>
 
-#include "main/gui_objects.h"
 #include "support/common_controls.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
+#include "tavixskin.h"
 
 namespace tavix_test {
 
@@ -27,7 +27,8 @@ inline const auto kControlWorlds = testing::Values(
     ControlWorld{ControlsVersion::V5, Charset::Ansi}, ControlWorld{ControlsVersion::V5, Charset::Unicode},
     ControlWorld{ControlsVersion::V6, Charset::Ansi}, ControlWorld{ControlsVersion::V6, Charset::Unicode});
 
-class CommonControlTest : public testing::TestWithParam<ControlWorld> {
+/* A skinned thread with a parent that records, in one of the four worlds. */
+class ControlTest : public testing::TestWithParam<ControlWorld> {
 protected:
     static void SetUpTestSuite() { ParkMouse(); }
     void SetUp() override {
@@ -45,7 +46,17 @@ protected:
     }
     /* Before the thread is skinned. */
     virtual void PrepareSkin() {}
+    /* Puts the changes of `skin` in force. */
+    void UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
+
+    /* A new parent, made as a ProbeWindow is; the former one is destroyed with its children. */
+    template <class... Arguments>
+    ProbeWindow& UseParent(Arguments... arguments) {
+        m_parent.reset();
+        return m_parent.emplace(arguments...);
+    }
     ProbeWindow& Parent() { return *m_parent; }
+    void LoseParent() { m_parent.reset(); }
 
     TestSkin skin;
 
@@ -54,16 +65,5 @@ private:
     std::optional<SkinnedThread> m_thread;
     std::optional<ProbeWindow> m_parent;
 };
-
-/* Rounds of the same leave as many objects as there were after the first few. */
-template <class Round>
-void ExpectNoMoreObjects(Round round) {
-    for (int i = 0; i < 3; ++i) round();
-    const long gdi = GdiObjectCount();
-    const int user = CountUserObjects();
-    for (int i = 0; i < 10; ++i) round();
-    EXPECT_LE(GdiObjectCount(), gdi + 1);
-    EXPECT_EQ(CountUserObjects(), user);
-}
 
 }  // namespace tavix_test
