@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "controls/combo_box_skin.h"
+#include "controls/parent_background.h"
 #include "draw/offscreen.h"
 #include "engine/skin_values.h"
 #include "scroll/skin_scroll_bar.h"
@@ -24,7 +25,8 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
 
 }  // namespace
 
-CSkinDropList::CSkinDropList() = default;
+CSkinDropList::CSkinDropList(HWND list)
+    : nativeWide(reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(list, GWLP_WNDPROC))) {}
 
 CSkinDropList::~CSkinDropList() {
     if (combo) combo->ForgetList(this);
@@ -87,11 +89,13 @@ LRESULT CSkinDropList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CSkinDropList::OnCreate(WPARAM wParam, LPARAM lParam) {
     const LRESULT result = Default(WM_CREATE, wParam, lParam);
     if (!IsAlive() || result == -1) return result;
-    const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-    controlId = static_cast<UINT>(reinterpret_cast<UINT_PTR>(create->hMenu));
+    if (const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam)) {
+        controlId = static_cast<UINT>(reinterpret_cast<UINT_PTR>(create->hMenu));
+        // As it was asked for: the native list takes the style away while it has nothing to scroll.
+        hasVScroll = (create->style & WS_VSCROLL) != 0;
+    }
     style = static_cast<DWORD>(::GetWindowLongA(m_hWnd, GWL_STYLE));
     exStyle = static_cast<DWORD>(::GetWindowLongA(m_hWnd, GWL_EXSTYLE));
-    hasVScroll = (style & WS_VSCROLL) != 0;
     CreateScrollBar(m_hWnd);
     return result;
 }
@@ -299,6 +303,7 @@ CRect CSkinDropList::ScrollBarPlace() const {
 void CSkinDropList::PositionScrollBar() {
     if (!HasBar()) return;
     const CRect place = ScrollBarPlace();
+    if (tavix::WindowRectIn(Bar(), m_hWnd) == place) return;
     ::SetWindowPos(Bar(), HWND_TOP, place.left, place.top, place.Width(), place.Height(), SWP_NOSENDCHANGING);
 }
 
@@ -313,6 +318,7 @@ void CSkinDropList::UpdateScrollBar() {
     if (!HasBar()) return;
     const int count = Count();
     if (count <= visibleItems) return HideScrollBar();
+    PositionScrollBar();  // the window may have grown around a client area that did not
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     scrollBar->GetScrollInfo(&info, SIF_ALL);
@@ -365,11 +371,10 @@ bool CSkinDropList::ReadText(int item, CString& text) const {
         !(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) || (style & LBS_HASSTRINGS);
     if (!IsAlive() || !hasStrings || item < 0 || item >= Count()) return false;
     const WPARAM index = static_cast<WPARAM>(item);
-    const LRESULT length = ::CallWindowProcW(m_pfnPrevWndProc, m_hWnd, LB_GETTEXTLEN, index, 0);
+    const LRESULT length = ::CallWindowProcW(nativeWide, m_hWnd, LB_GETTEXTLEN, index, 0);
     if (length < 0) return false;
     std::vector<wchar_t> wide(static_cast<std::size_t>(length) + 1);
-    if (::CallWindowProcW(m_pfnPrevWndProc, m_hWnd, LB_GETTEXT, index,
-                          reinterpret_cast<LPARAM>(wide.data())) < 0)
+    if (::CallWindowProcW(nativeWide, m_hWnd, LB_GETTEXT, index, reinterpret_cast<LPARAM>(wide.data())) < 0)
         return false;
     wide.back() = 0;
     const int size = ::WideCharToMultiByte(CP_ACP, 0, wide.data(), -1, nullptr, 0, nullptr, nullptr);
@@ -393,9 +398,7 @@ LRESULT CSkinDropList::OnPaint() {
     const tavix::DropRows rows = Rows();
     if (rows.barWidth) {
         // The bar has painted itself already; nothing here may cover it.
-        CRect bar;
-        ::GetWindowRect(Bar(), &bar);
-        ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(static_cast<RECT*>(&bar)), 2);
+        const CRect bar = tavix::WindowRectIn(Bar(), m_hWnd);
         ::ExcludeClipRect(dc, bar.left, bar.top, bar.right, bar.bottom);
     }
     const CRect area = ownerDrawn ? rows.RowArea() : rows.client;

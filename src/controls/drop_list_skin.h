@@ -18,7 +18,8 @@ class CSkinScrollBar;
  */
 class CSkinDropList : public CSkinWndBaseClass {
 public:
-    CSkinDropList();
+    /* For that window, before it is attached. */
+    explicit CSkinDropList(HWND list);
     ~CSkinDropList() override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -80,8 +81,9 @@ private:
     HWND ComboWindow() const;
     bool IsAlive() const { return m_hWnd && ::IsWindow(m_hWnd); }
 
-    DWORD style = 0;    // as the window had it at WM_CREATE
-    DWORD exStyle = 0;  // the same; only kept
+    WNDPROC nativeWide;  // the native procedure as Unicode callers reach it
+    DWORD style = 0;     // as the window had it at WM_CREATE
+    DWORD exStyle = 0;   // the same; only kept
     std::unique_ptr<CSkinScrollBar> scrollBar;
     CSkinComboBox* combo = nullptr;
     UINT controlId = 0;

@@ -89,7 +89,7 @@ void AttachComboBoxEx(HWND window) {
 }
 
 void AttachDropList(HWND window) {
-    auto* skin = new (std::nothrow) CSkinDropList;
+    auto* skin = new (std::nothrow) CSkinDropList(window);
     if (!skin) return;
     skin->Attach(window);
     if (CSkinComboBox* combo = ComboAround(window)) skin->PairWith(combo);
