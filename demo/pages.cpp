@@ -16,6 +16,7 @@ constexpr Page pages[] = {
     {"buttons-pressed", "Buttons (press one)", open_buttons, pose_buttons_pressed},
     {"scroll-bars", "Scroll bars", open_scroll_bars, nullptr},
     {"scroll-bars-pressed", "Scroll bars (press a thumb)", open_scroll_bars, pose_scroll_bars_pressed},
+    {"combo-boxes", "Combo boxes (open one)", open_combo_boxes, pose_combo_boxes},
     {"header", "Headers and trackbars (press a column)", open_header, pose_header_pressed},
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
