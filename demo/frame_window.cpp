@@ -44,19 +44,19 @@ LRESULT CALLBACK frame_procedure(HWND window, UINT message, WPARAM wparam, LPARA
     return DefWindowProcA(window, message, wparam, lparam);
 }
 
-void register_frame_class() {
+}  // namespace
+
+bool register_window_class(const char* name, WNDPROC procedure) {
     WNDCLASSEXA description = {};
     description.cbSize = sizeof(description);
     description.style = CS_HREDRAW | CS_VREDRAW;
-    description.lpfnWndProc = frame_procedure;
+    description.lpfnWndProc = procedure;
     description.hInstance = GetModuleHandleA(nullptr);
     description.hIcon = LoadIconA(nullptr, IDI_APPLICATION);
     description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-    description.lpszClassName = frame_class;
-    RegisterClassExA(&description);  // refused the second time, when the class is there already
+    description.lpszClassName = name;
+    return RegisterClassExA(&description) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
-
-}  // namespace
 
 void paint_card(HDC dc, const RECT& client, const Card& card) {
     fill(dc, client, client_colour);
@@ -97,7 +97,7 @@ HFONT create_message_font(int height, int weight) {
 }
 
 HWND create_frame(const char* title, const Card& card, DWORD style, const RECT& place, HMENU menu) {
-    register_frame_class();
+    register_window_class(frame_class, frame_procedure);
     OwnedMenu owned_menu(menu);
     const HWND window = CreateWindowExA(0, frame_class, title, style, place.left, place.top,
                                         place.right - place.left, place.bottom - place.top, nullptr, menu,

@@ -20,6 +20,10 @@ void paint_sheet(HDC dc, const RECT& area, const Card& card);
    owns it. */
 HFONT create_message_font(int height = 0, int weight = 0);
 
+/* Registers a class of windows that redraw whole when their size changes. False if that fails and there is
+   no such class yet. */
+bool register_window_class(const char* name, WNDPROC procedure);
+
 /* Makes a hidden window of class "Tavix_PaneA" that shows `card`, which has to outlive it. It takes
    over `menu` (null for none). Null on failure. */
 HWND create_frame(const char* title, const Card& card, DWORD style, const RECT& place, HMENU menu = nullptr);

@@ -1,10 +1,12 @@
 /* Scroll bars: both directions, enabled beside disabled, tiny ones, a size grip, and ranges from nothing to
    more than anyone can scroll through. */
+#include <algorithm>
 #include <climits>
 #include <iterator>
 
 #include "dialog_template.h"
 #include "page.h"
+#include "scrolling.h"
 
 namespace gallery {
 
@@ -40,34 +42,12 @@ constexpr Bar bars[] = {
 
 constexpr short row_height = 18, label_width = 62, bar_width = 140, bar_height = 11;
 
-/* Follows a bar's notifications, as any program with a scroll bar does. */
 void follow(HWND bar, WORD code) {
     SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
     GetScrollInfo(bar, SB_CTL, &info);
-    const long long page = info.nPage ? info.nPage : 10;
-    long long pos = info.nPos;
-    switch (code) {
-        case SB_LINEUP:
-            --pos;
-            break;
-        case SB_LINEDOWN:
-            ++pos;
-            break;
-        case SB_PAGEUP:
-            pos -= page;
-            break;
-        case SB_PAGEDOWN:
-            pos += page;
-            break;
-        case SB_THUMBTRACK:
-        case SB_THUMBPOSITION:
-            pos = info.nTrackPos;
-            break;
-        default:
-            return;
-    }
+    const long long pos = position_after(info, code, info.nTrackPos);
     info.fMask = SIF_POS;
-    info.nPos = static_cast<int>(pos < INT_MIN ? INT_MIN : pos > INT_MAX ? INT_MAX : pos);
+    info.nPos = static_cast<int>(std::clamp<long long>(pos, INT_MIN, INT_MAX));
     SetScrollInfo(bar, SB_CTL, &info, TRUE);
 }
 

@@ -7,6 +7,7 @@
 #include "frame_window.h"
 #include "handles.h"
 #include "page.h"
+#include "scrolling.h"
 
 namespace gallery {
 
@@ -46,27 +47,9 @@ SCROLLINFO read_bar(HWND pane, int bar) {
 /* Follows one notification of a bar; the pane is painted anew where it then stands. */
 void scroll(HWND pane, int bar, WORD code, int tracked) {
     const SCROLLINFO now = read_bar(pane, bar);
-    const int page = static_cast<int>(now.nPage);
-    int pos = now.nPos;
-    switch (code) {
-        case SB_LINEUP:
-            --pos;
-            break;
-        case SB_LINEDOWN:
-            ++pos;
-            break;
-        case SB_PAGEUP:
-            pos -= page;
-            break;
-        case SB_PAGEDOWN:
-            pos += page;
-            break;
-        case SB_THUMBTRACK:
-        case SB_THUMBPOSITION:
-            pos = tracked;
-            break;
-    }
-    pos = std::clamp(pos, now.nMin, std::max(now.nMin, now.nMax - page + 1));
+    const int last = std::max(now.nMin, now.nMax - static_cast<int>(now.nPage) + 1);
+    const int pos =
+        static_cast<int>(std::clamp<long long>(position_after(now, code, tracked), now.nMin, last));
     SetScrollPos(pane, bar, pos, TRUE);
     InvalidateRect(pane, nullptr, FALSE);
 }

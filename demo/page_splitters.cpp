@@ -88,18 +88,6 @@ LRESULT CALLBACK card_procedure(HWND window, UINT message, WPARAM wparam, LPARAM
     return DefWindowProcA(window, message, wparam, lparam);
 }
 
-void register_class(const char* name, WNDPROC procedure) {
-    WNDCLASSEXA description = {};
-    description.cbSize = sizeof(description);
-    description.style = CS_HREDRAW | CS_VREDRAW;
-    description.lpfnWndProc = procedure;
-    description.hInstance = GetModuleHandleA(nullptr);
-    description.hIcon = LoadIconA(nullptr, IDI_APPLICATION);
-    description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-    description.lpszClassName = name;
-    RegisterClassExA(&description);  // refused the second time, when the class is there already
-}
-
 HWND create_pane(const CSplitterWnd& splitter, int row, int column, const char* class_name, DWORD style,
                  const Card* card = nullptr) {
     const UINT_PTR id = splitter.IdFromRowCol(row, column);
@@ -109,8 +97,8 @@ HWND create_pane(const CSplitterWnd& splitter, int row, int column, const char* 
 }
 
 HWND create_splitter_frame(const char* title, std::unique_ptr<Content> content, const SIZE& size) {
-    register_class(frame_class, frame_procedure);
-    register_class(card_class, card_procedure);
+    register_window_class(frame_class, frame_procedure);
+    register_window_class(card_class, card_procedure);
     return CreateWindowExA(0, frame_class, title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0, size.cx,
                            size.cy, nullptr, nullptr, GetModuleHandleA(nullptr), content.release());
 }

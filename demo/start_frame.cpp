@@ -28,15 +28,8 @@ HMENU create_page_menu() {
 }  // namespace
 
 StartFrame::StartFrame(const char* skin) : skin_(skin), font_(create_message_font()) {
-    WNDCLASSEXA description = {};
-    description.cbSize = sizeof(description);
-    description.style = CS_HREDRAW | CS_VREDRAW;
-    description.lpfnWndProc = procedure;
-    description.hInstance = GetModuleHandleA(nullptr);
-    description.hIcon = LoadIconA(nullptr, IDI_APPLICATION);
-    description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-    description.lpszClassName = start_class;
-    if (!RegisterClassExA(&description)) fail_with_last_error("The start frame's class can't be registered");
+    if (!register_window_class(start_class, procedure))
+        fail_with_last_error("The start frame's class can't be registered");
 
     OwnedMenu bar(CreateMenu());
     AppendMenuA(bar.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(create_page_menu()), "&Pages");
@@ -47,7 +40,7 @@ StartFrame::StartFrame(const char* skin) : skin_(skin), font_(create_message_fon
     constexpr int width = 330, gap = 20;
     const int x = work.right - width - gap, y = work.bottom - height - gap;
     if (!CreateWindowExA(WS_EX_CONTROLPARENT, start_class, "Gallery", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                         x, y, width, height, nullptr, bar.get(), description.hInstance, this))
+                         x, y, width, height, nullptr, bar.get(), GetModuleHandleA(nullptr), this))
         fail_with_last_error("The start frame can't be made");
     bar.release();  // a window destroys its menu with itself
     add_buttons();

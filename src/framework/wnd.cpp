@@ -121,10 +121,10 @@ bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWO
     state->m_hHookCreate = hook;
     state->m_pWndInit = this;
     const CRect place(rect);
-    HWND window = ::CreateWindowExA(
-        exStyle, className, title, style, place.left, place.top, place.Width(), place.Height(), parent,
-        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
-        instance ? instance : ::GetModuleHandleA(nullptr), parameter);
+    HWND window =
+        ::CreateWindowExA(exStyle, className, title, style, place.left, place.top, place.Width(),
+                          place.Height(), parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
+                          instance ? instance : ::GetModuleHandleA(nullptr), parameter);
     state->m_pWndInit = nullptr;
     ::UnhookWindowsHookEx(hook);
     state->m_hHookCreate = former;

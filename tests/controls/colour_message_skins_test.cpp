@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "support/common_controls.h"
 #include "main/gui_objects.h"
+#include "support/common_controls.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin/framework/geometry.h"

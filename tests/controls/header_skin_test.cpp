@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "support/common_controls.h"
 #include "main/gui_objects.h"
+#include "support/common_controls.h"
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin.h"

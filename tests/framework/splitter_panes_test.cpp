@@ -1,8 +1,8 @@
 // A splitter's panes: making, placing, splitting, and the focus among them.
 #include <algorithm>
 
-#include "splitter_fixture.h"
 #include "main/gui_objects.h"
+#include "splitter_fixture.h"
 
 namespace tavix_test {
 namespace {

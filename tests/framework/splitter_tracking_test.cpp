@@ -1,8 +1,8 @@
 // A splitter under the user's hands: real mouse and keys.
 #include <algorithm>
 
-#include "splitter_fixture.h"
 #include "main/gui_objects.h"
+#include "splitter_fixture.h"
 
 namespace tavix_test {
 namespace {

@@ -17,6 +17,7 @@ constexpr DWORD kNothingLeaked = 42;
 // The exit code of this program, run again with those tests only.
 DWORD RunAgain(const std::string& tests) {
     ::SetEnvironmentVariableA(kAgain, tests.c_str());
+    ::SetEnvironmentVariableA("GTEST_OUTPUT", nullptr);  // the report is this process's
     char program[MAX_PATH];
     ::GetModuleFileNameA(nullptr, program, sizeof program);
     STARTUPINFOA startup{};
@@ -64,7 +65,6 @@ int main(int argc, char** argv) {
 
     testing::GTEST_FLAG(filter) = again;
     testing::GTEST_FLAG(repeat) = kRounds;
-    testing::GTEST_FLAG(output) = "";  // the report is the first process's
     const int failed = RUN_ALL_TESTS();
     const std::vector<std::string> leaks = watch->Leaks();
     for (const std::string& leak : leaks) std::printf("[  FAILED  ] %s\n", leak.c_str());

@@ -6,6 +6,7 @@
 
 #include "host_fixture.h"
 #include "main/gui_objects.h"
+#include "main/object_watch.h"
 #include "tavixskin.h"
 
 using namespace tavix_test;
@@ -204,6 +205,9 @@ TEST(OtherThread, MayEndBeforeItHeardOfARemoval) {
 }
 
 TEST(ManyThreads, MayCallWhileHostsComeAndGo) {
+    // One cached window context more, with its region and bitmap, in some rounds under Wine and not in
+    // others: how many are in use at once depends on how the threads meet.
+    AllowPlatformLeak(3);
     HostSkin skin;
     ProbeWindow parent;
     std::atomic<HWND> current = nullptr;

@@ -2,8 +2,8 @@
 #include <fstream>
 
 #include "bar_fixture.h"
-#include "support/common_controls.h"
 #include "main/gui_objects.h"
+#include "support/common_controls.h"
 #include "tavixskin/tavix_skin.h"
 
 namespace tavix_test {

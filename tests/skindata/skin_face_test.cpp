@@ -1,8 +1,8 @@
 /* The three tables and who owns what is in them. */
 #include <cstdio>
 
-#include "storage_access.h"
 #include "main/gui_objects.h"
+#include "storage_access.h"
 
 namespace tavix_test {
 namespace {

@@ -5,11 +5,11 @@
 #include <span>
 #include <vector>
 
+#include "main/gui_objects.h"
 #include "skindata/compound_check.h"
 #include "skindata/record_tables.h"
 #include "storage_access.h"
 #include "support/compound_platform.h"
-#include "main/gui_objects.h"
 #include "support/skin_mutations.h"
 
 namespace tavix_test {

@@ -87,7 +87,8 @@ public:
     /* Fills with one colour, through the context's background colour. */
     void FillSolidRect(const RECT& rect, COLORREF colour);
     void FillRect(const RECT& rect, const CBrush& brush);
-    /* A frame of one pixel inside the rectangle: left and top in one colour, right and bottom in the other. */
+    /* A frame of one pixel inside the rectangle: left and top in one colour, right and bottom in the other.
+     */
     void Draw3dRect(const RECT& rect, COLORREF topLeft, COLORREF bottomRight);
     bool BitBlt(int x, int y, int width, int height, const CDC& from, int fromX, int fromY, DWORD rop) {
         return ::BitBlt(m_hDC, x, y, width, height, from.m_hDC, fromX, fromY, rop) != 0;
