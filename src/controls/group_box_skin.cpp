@@ -4,6 +4,7 @@
 
 #include "controls/control_text.h"
 #include "controls/parent_background.h"
+#include "draw/text_scope.h"
 #include "engine/skin_values.h"
 #include "tavixskin/value_ids.h"
 
