@@ -6,14 +6,12 @@
 #include "draw/bitmap_region.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
+#include "frames/non_client.h"
 #include "tavixskin/value_ids.h"
 
 namespace tavix {
 
 namespace {
-
-// What a hostile bitmap makes of a shape costs the whole desktop dear.
-constexpr int kMostCapRuns = 8'192;
 
 /* Takes the key-coloured pixels of an end piece, as high as the window, out of the region. */
 void CutCap(CRgn& region, const CSize& window, CBitmap* cap, int left) {
@@ -28,20 +26,7 @@ void CutCap(CRgn& region, const CSize& window, CBitmap* cap, int left) {
         if (!selection) return;
         DrawVerticalStretch(&dc, cap, {0, 0, size.cx, size.cy}, 0);
     }
-    const COLORREF key = SkinColour(CLR_TRANSPARENT);
-    if (HasMoreKeyRuns(&picture, key, size, kMostCapRuns)) return;
-    CRgn shape;
-    RegionFromBitmapKey(&shape, &picture, key);
-    shape.OffsetRgn(left, 0);
-    region.CombineRgn(region, shape, RGN_DIFF);
-}
-
-void CreateMenuFont(CFont& font) {
-    // The structure's size before padded borders were added to it; every system takes it.
-    NONCLIENTMETRICSA metrics{};
-    metrics.cbSize = offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth);
-    if (::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0))
-        font.CreateFontIndirect(metrics.lfMenuFont);
+    CutKeyPixels(region, &picture, SkinColour(CLR_TRANSPARENT), CPoint(left, 0), size);
 }
 
 DWORD DibColour(COLORREF colour) {
@@ -81,6 +66,8 @@ void MakeComboRegion(CRgn& region, const CSize& window) {
 }
 
 void PaintComboFrame(CDC& dc, const CSize& window) {
+    // What no piece covers is never left to chance.
+    dc.FillSolidRect(CRect(CPoint(0, 0), window), RGB(0, 0, 0));
     CBitmap* const left = SkinBitmap(BMP_COMBO_LEFT);
     CBitmap* const tile = SkinBitmap(BMP_COMBO_TILE);
     CBitmap* const right = SkinBitmap(BMP_COMBO_RIGHT);

@@ -5,7 +5,8 @@
 
 #include "controls/combo_box_paint.h"
 #include "controls/drop_list_skin.h"
-#include "draw/offscreen.h"
+#include "controls/parent_background.h"
+#include "frames/non_client.h"
 
 IMPLEMENT_DYNAMIC(CSkinComboBox, CSkinWndBaseClass)
 
@@ -50,8 +51,7 @@ LRESULT CSkinComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             Invalidate(TRUE);
             return 0;
         case WM_ENABLE:
-            Default(message, wParam, lParam);
-            return 0;
+            return OnEnable(wParam, lParam);
         case WM_SETTEXT:
             return OnSetText(reinterpret_cast<const char*>(lParam));
         case WM_GETTEXT:
@@ -140,6 +140,16 @@ LRESULT CSkinComboBox::OnSetFocus() {
         ::SetFocus(ListWindow());
     else
         SetFocus();
+    return 0;
+}
+
+// A combo box that is disabled looks as before, and so its edit stays enabled: native controls disable
+// that with themselves. Below a disabled window it has no input anyway.
+LRESULT CSkinComboBox::OnEnable(WPARAM wParam, LPARAM lParam) {
+    HWND content = Edit();
+    const bool wasEnabled = content && ::IsWindowEnabled(content);
+    Default(WM_ENABLE, wParam, lParam);
+    if (wasEnabled && IsAlive() && Edit() == content) ::EnableWindow(content, TRUE);
     return 0;
 }
 
@@ -293,20 +303,8 @@ void CSkinComboBox::OnFrameClick(const POINT& point) {
 void CSkinComboBox::ShapeWindow() {
     if (shaping >= kMostShaping) return;
     ++shaping;
-    if (HWND edit = Edit()) {
-        const CRect client = Client();
-        ::SetWindowPos(edit, nullptr, 0, 0, client.Width() - tavix::kComboEditGap, client.Height(),
-                       SWP_SHOWWINDOW);
-    }
-    if (IsAlive()) {
-        CRect window;
-        GetWindowRect(&window);
-        CRgn region;
-        tavix::MakeComboRegion(region, window.Size());
-        // The system owns the region from then on.
-        if (HRGN shape = static_cast<HRGN>(region.Detach()))
-            if (!::SetWindowRgn(m_hWnd, shape, FALSE)) ::DeleteObject(shape);
-    }
+    FitEdit();
+    if (IsAlive()) CutShape();
     if (IsAlive()) {
         Invalidate(TRUE);
         UpdateWindow();
@@ -314,29 +312,53 @@ void CSkinComboBox::ShapeWindow() {
     --shaping;
 }
 
+// Above the other children and visible, whatever the native control thought of it.
+void CSkinComboBox::FitEdit() {
+    HWND content = Edit();
+    if (!content) return;
+    const CRect client = Client();
+    const CRect place(0, 0, std::max(client.Width() - tavix::kComboEditGap, 0), client.Height());
+    // Each move is told to the edit and its spies: one that changes nothing is left out.
+    const bool isShown = (::GetWindowLongA(content, GWL_STYLE) & WS_VISIBLE) != 0;
+    const bool isOnTop = ::GetWindow(m_hWnd, GW_CHILD) == content;
+    if (!isShown || !isOnTop || tavix::WindowRectIn(content, m_hWnd) != place)
+        ::SetWindowPos(content, nullptr, 0, 0, place.Width(), place.Height(), SWP_SHOWWINDOW);
+}
+
+// A region that the window has already is not set again: some platforms measure and paint the whole frame
+// anew for it, and this runs at each painting of the frame.
+void CSkinComboBox::CutShape() {
+    CRect window;
+    GetWindowRect(&window);
+    CRgn shape, present;
+    tavix::MakeComboRegion(shape, window.Size());
+    present.CreateRectRgn(0, 0, 0, 0);
+    if (::GetWindowRgn(m_hWnd, present) != ERROR && ::EqualRgn(shape, present)) return;
+    // The system owns the region from then on.
+    if (::SetWindowRgn(m_hWnd, shape, FALSE)) shape.Detach();
+}
+
 LRESULT CSkinComboBox::OnNcPaint() {
     ShapeWindow();
     if (!IsAlive()) return 0;
-    CRect window;
-    GetWindowRect(&window);
-    CRect client = Client();
-    ::MapWindowPoints(m_hWnd, nullptr, reinterpret_cast<POINT*>(static_cast<RECT*>(&client)), 2);
-    client.OffsetRect(-window.left, -window.top);
-    CWindowDC dc(m_hWnd);
-    if (!dc.m_hDC) return 0;
-    ::ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
-    const CRect area(CPoint(0, 0), window.Size());
-    tavix::PaintOffscreen(dc, area, [&](CDC& memory) {
-        // What no piece covers is never left to chance.
-        memory.FillSolidRect(area, RGB(0, 0, 0));
-        tavix::PaintComboFrame(memory, area.Size());
-    });
+    tavix::NonClientArea(m_hWnd, nullptr, nullptr).Run(true, tavix::PaintComboFrame);
     return 0;
+}
+
+// The face doesn't lie over what shows in front of it: where the frame's painting has painted the parts
+// already, nobody would paint them again.
+void CSkinComboBox::ExcludeParts(HDC dc) const {
+    for (HWND part = ::GetWindow(m_hWnd, GW_CHILD); part; part = ::GetWindow(part, GW_HWNDNEXT)) {
+        if (!::IsWindowVisible(part)) continue;
+        const CRect place = tavix::WindowRectIn(part, m_hWnd);
+        ::ExcludeClipRect(dc, place.left, place.top, place.right, place.bottom);
+    }
 }
 
 LRESULT CSkinComboBox::OnPaint() {
     CPaintDC dc(m_hWnd);
     if (!dc.m_hDC) return 0;
+    ExcludeParts(dc);
     const CRect room = tavix::PaintComboFace(dc, Client(), hot != FALSE);
     ::IntersectClipRect(dc, room.left, room.top, room.right, room.bottom);
     if (Edit()) return 0;

@@ -39,6 +39,7 @@ private:
     LRESULT OnCreate(WPARAM wParam, LPARAM lParam);
     LRESULT OnSize(WPARAM wParam, LPARAM lParam);
     LRESULT OnSetFocus();
+    LRESULT OnEnable(WPARAM wParam, LPARAM lParam);
     LRESULT OnSetText(const char* newText);
     LRESULT OnGetText(WPARAM size, char* buffer) const;
     LRESULT OnPaint();
@@ -57,6 +58,9 @@ private:
     void OnClick(const POINT& point);
     void OnFrameClick(const POINT& point);
     void ShapeWindow();
+    void FitEdit();
+    void CutShape();
+    void ExcludeParts(HDC dc) const;
     int SelectItem(int item);
     int SelectPrefix(int start, const char* prefix);
     void AfterDelete();

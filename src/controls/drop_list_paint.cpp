@@ -1,5 +1,6 @@
 #include "controls/drop_list_paint.h"
 
+#include "draw/text_scope.h"
 #include "engine/skin_values.h"
 #include "tavixskin/value_ids.h"
 
@@ -28,12 +29,12 @@ DropRowParts DropRowPartsOf() {
             SkinColour(CLR_TEXT_HIGHLIGHT)};
 }
 
-void PaintDropBorder(CDC& dc, const RECT& window) {
+void PaintDropBorder(CDC& dc, const CSize& window) {
     constexpr COLORREF kGrey = RGB(0xCB, 0xCB, 0xCB);
-    dc.Draw3dRect(window, kGrey, kGrey);
+    dc.Draw3dRect(CRect(CPoint(0, 0), window), kGrey, kGrey);
 }
 
-void PaintDropRow(CDC& dc, const RECT& row, bool current, const char* text, const DropRowImage& image,
+void PaintDropRow(CDC& dc, const RECT& row, bool current, const std::wstring& text, const DropRowImage& image,
                   const DropRowParts& parts) {
     dc.FillSolidRect(row, current ? parts.currentBack : parts.back);
     CRect room = row;
@@ -41,9 +42,8 @@ void PaintDropRow(CDC& dc, const RECT& row, bool current, const char* text, cons
     room.left += kIndent;
     room.left += PaintRowImage(dc, room, image);
     const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
-    ::SetBkMode(dc, TRANSPARENT);
-    ::SetTextColor(dc, current ? parts.currentText : parts.text);
-    dc.DrawText(text, -1, room, DT_VCENTER | DT_SINGLELINE);
+    const TextScope scope(dc, current ? parts.currentText : parts.text);
+    ::DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &room, DT_VCENTER | DT_SINGLELINE);
 }
 
 }  // namespace tavix

@@ -1,7 +1,7 @@
 /* The faces of a drop-down list: its border and its rows. */
 #pragma once
 
-#include <vector>
+#include <string>
 
 #include "controls/drop_rows.h"
 #include "tavixskin/framework/gdi.h"
@@ -18,8 +18,8 @@ struct DropRowParts {
 };
 DropRowParts DropRowPartsOf();
 
-/* A grey line of one pixel inside the rectangle; no skin has a say in its colour. */
-void PaintDropBorder(CDC& dc, const RECT& window);
+/* A grey line of one pixel around a window of that size; no skin has a say in its colour. */
+void PaintDropBorder(CDC& dc, const CSize& window);
 
 /* An image before a row's text; both kinds of nothing draw none. */
 struct DropRowImage {
@@ -27,7 +27,7 @@ struct DropRowImage {
     int index = -1;  // -1: the row has none, though it keeps the room
 };
 
-void PaintDropRow(CDC& dc, const RECT& row, bool current, const char* text, const DropRowImage& image,
+void PaintDropRow(CDC& dc, const RECT& row, bool current, const std::wstring& text, const DropRowImage& image,
                   const DropRowParts& parts);
 
 }  // namespace tavix

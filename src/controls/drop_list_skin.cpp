@@ -1,8 +1,9 @@
 #include "controls/drop_list_skin.h"
 
-#include <vector>
+#include <algorithm>
 
 #include "controls/combo_box_skin.h"
+#include "controls/list_rows.h"
 #include "controls/parent_background.h"
 #include "draw/offscreen.h"
 #include "engine/skin_values.h"
@@ -19,14 +20,20 @@ constexpr UINT kCurrentState = ODS_SELECTED, kScrollingState = ODS_HOTLIGHT, kOt
 
 int BarWidth() { return ::GetSystemMetrics(SM_CXVSCROLL); }
 
+CString AnsiText(const std::wstring& wide) {
+    CString text;
+    const int size = ::WideCharToMultiByte(CP_ACP, 0, wide.c_str(), -1, nullptr, 0, nullptr, nullptr);
+    if (size <= 1) return text;
+    ::WideCharToMultiByte(CP_ACP, 0, wide.c_str(), -1, text.GetBuffer(size), size, nullptr, nullptr);
+    text.ReleaseBuffer();
+    return text;
+}
+
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
     return window ? ::SendMessageA(window, message, wParam, lParam) : LB_ERR;
 }
 
 }  // namespace
-
-CSkinDropList::CSkinDropList(HWND list)
-    : nativeWide(reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(list, GWLP_WNDPROC))) {}
 
 CSkinDropList::~CSkinDropList() {
     if (combo) combo->ForgetList(this);
@@ -119,17 +126,22 @@ LRESULT CSkinDropList::OnSize(WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CSkinDropList::OnNcPaint() {
+    CWindowDC dc(m_hWnd);
+    if (dc.m_hDC) PaintBorder(dc);
+    return 0;
+}
+
+// In window co-ordinates, and never over the client area.
+void CSkinDropList::PaintBorder(CDC& dc) const {
     CRect window, client;
     GetWindowRect(&window);
     GetClientRect(&client);
     ::MapWindowPoints(m_hWnd, nullptr, reinterpret_cast<POINT*>(static_cast<RECT*>(&client)), 2);
-    CWindowDC dc(m_hWnd);
-    if (!dc.m_hDC) return 0;
     client.OffsetRect(-window.left, -window.top);
-    window.OffsetRect(-window.left, -window.top);
+    const int saved = ::SaveDC(dc);
     ::ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
-    tavix::PaintDropBorder(dc, window);
-    return 0;
+    tavix::PaintDropBorder(dc, window.Size());
+    ::RestoreDC(dc, saved);
 }
 
 // The moves through a list are the mouse's; what keys the list does not know it tells the combo box
@@ -253,10 +265,9 @@ void CSkinDropList::ScrollTo(int top, int code) {
         tavix::DropRows rows = Rows();
         rows.top = top;
         const CClientDC dc(m_hWnd);
-        tavix::PaintOffscreen(dc, rows.RowArea(), [&](CDC& memory) {
-            memory.FillSolidRect(rows.RowArea(), RGB(255, 255, 255));
-            DrawOwnerRows(memory, rows, kScrollingState);
-        });
+        const CRect area = rows.RowArea();
+        tavix::PaintOffscreen(dc, area,
+                              [&](CDC& memory) { PaintContent(memory, area, rows, kScrollingState); });
         if (!IsAlive()) return;
     }
     topItem = top;
@@ -364,25 +375,20 @@ tavix::DropRows CSkinDropList::Rows() const {
     return rows;
 }
 
-// Straight from the native list, in its own character set: on the way between the two sets some
-// platforms have room for short texts only.
-bool CSkinDropList::ReadText(int item, CString& text) const {
+bool CSkinDropList::HasText(int item) const {
     const bool hasStrings =
         !(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) || (style & LBS_HASSTRINGS);
-    if (!IsAlive() || !hasStrings || item < 0 || item >= Count()) return false;
-    const WPARAM index = static_cast<WPARAM>(item);
-    const LRESULT length = ::CallWindowProcW(nativeWide, m_hWnd, LB_GETTEXTLEN, index, 0);
-    if (length < 0) return false;
-    std::vector<wchar_t> wide(static_cast<std::size_t>(length) + 1);
-    if (::CallWindowProcW(nativeWide, m_hWnd, LB_GETTEXT, index, reinterpret_cast<LPARAM>(wide.data())) < 0)
-        return false;
-    wide.back() = 0;
-    const int size = ::WideCharToMultiByte(CP_ACP, 0, wide.data(), -1, nullptr, 0, nullptr, nullptr);
-    if (size <= 0) return false;
-    CString read;
-    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), -1, read.GetBuffer(size), size, nullptr, nullptr);
-    read.ReleaseBuffer();
-    text = read;
+    return IsAlive() && hasStrings && item >= 0 && item < Count();
+}
+
+// From the native list below this skin: on its way through the combo box a text would be cut.
+std::wstring CSkinDropList::WideText(int item) const {
+    return tavix::ReadItemText({m_pfnPrevWndProc, m_hWnd}, LB_GETTEXTLEN, LB_GETTEXT, item);
+}
+
+bool CSkinDropList::ReadText(int item, CString& text) const {
+    if (!HasText(item)) return false;
+    text = AnsiText(WideText(item));
     return true;
 }
 
@@ -402,23 +408,27 @@ LRESULT CSkinDropList::OnPaint() {
         ::ExcludeClipRect(dc, bar.left, bar.top, bar.right, bar.bottom);
     }
     const CRect area = ownerDrawn ? rows.RowArea() : rows.client;
-    tavix::PaintOffscreen(dc, area, [&](CDC& memory) {
-        memory.FillSolidRect(area, ownerDrawn ? RGB(255, 255, 255) : tavix::SkinColour(CLR_LIST_BACK));
-        if (ownerDrawn)
-            DrawOwnerRows(memory, rows, kCurrentState);
-        else
-            PaintRows(memory, rows);
-    });
+    tavix::PaintOffscreen(dc, area, [&](CDC& memory) { PaintContent(memory, area, rows, kCurrentState); });
     return 0;
+}
+
+// An owner draws on white, whatever the skin's colours are.
+void CSkinDropList::PaintContent(CDC& dc, const CRect& area, const tavix::DropRows& rows,
+                                 UINT currentState) const {
+    const bool ownerDrawn = IsOwnerDrawn();
+    dc.FillSolidRect(area, ownerDrawn ? RGB(255, 255, 255) : tavix::SkinColour(CLR_LIST_BACK));
+    if (ownerDrawn)
+        DrawOwnerRows(dc, rows, currentState);
+    else
+        PaintRows(dc, rows);
 }
 
 void CSkinDropList::PaintRows(CDC& dc, const tavix::DropRows& rows) const {
     const tavix::DropRowParts parts = tavix::DropRowPartsOf();
     // Never through a long list: what doesn't show has nothing to draw.
     const std::int64_t end = std::min<std::int64_t>(rows.count, std::int64_t{rows.top} + rows.visible);
-    CString text;
     for (int i = std::max(rows.top, 0); i < end; ++i) {
-        if (!ReadText(i, text)) text.Empty();
+        const std::wstring text = HasText(i) ? WideText(i) : std::wstring();
         tavix::DropRowImage image{&itemImages};
         void* found = nullptr;
         if (itemImageMap.Lookup(reinterpret_cast<void*>(static_cast<INT_PTR>(i)), found))
@@ -433,16 +443,9 @@ void CSkinDropList::DrawOwnerRows(HDC dc, const tavix::DropRows& rows, UINT curr
     for (int i = std::max(rows.top, 0); i < rows.count && i < Count(); ++i) {
         HWND owner = ComboWindow();
         if (!IsAlive() || !owner) return;
-        DRAWITEMSTRUCT item{};
-        item.CtlType = ODT_LISTBOX;
-        item.CtlID = controlId;
-        item.itemID = static_cast<UINT>(i);
-        item.itemAction = ODA_DRAWENTIRE;
-        item.itemState = i == currentItem ? currentState : kOtherState;
-        item.hwndItem = m_hWnd;
-        item.hDC = dc;
-        item.rcItem = rows.RowRect(i);
-        item.itemData = static_cast<ULONG_PTR>(Ask(owner, CB_GETITEMDATA, static_cast<WPARAM>(i)));
+        const UINT state = i == currentItem ? currentState : kOtherState;
+        const auto data = static_cast<ULONG_PTR>(Ask(owner, CB_GETITEMDATA, static_cast<WPARAM>(i)));
+        DRAWITEMSTRUCT item = tavix::DrawItemOf({m_hWnd, controlId, i, state, rows.RowRect(i), data}, dc);
         ::SendMessageA(owner, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
     }
 }
@@ -451,17 +454,8 @@ LRESULT CSkinDropList::OnPrint(WPARAM wParam, LPARAM lParam) {
     UpdateScrollBar();
     const LRESULT result = Default(WM_PRINT, wParam, lParam);
     if (!(lParam & PRF_NONCLIENT) || !IsAlive()) return result;
-    CRect window, client;
-    GetWindowRect(&window);
-    GetClientRect(&client);
-    ::MapWindowPoints(m_hWnd, nullptr, reinterpret_cast<POINT*>(static_cast<RECT*>(&client)), 2);
-    client.OffsetRect(-window.left, -window.top);
-    window.OffsetRect(-window.left, -window.top);
     CDC dc(reinterpret_cast<HDC>(wParam));
-    const int saved = ::SaveDC(dc);
-    ::ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
-    tavix::PaintDropBorder(dc, window);
-    ::RestoreDC(dc, saved);
+    PaintBorder(dc);
     return result;
 }
 
@@ -474,16 +468,11 @@ LRESULT CSkinDropList::OnPrintClient(HDC dc) {
 }
 
 void CSkinDropList::PrintList(HDC dc) {
-    const bool ownerDrawn = IsOwnerDrawn();
     CountVisible();
-    if (!ownerDrawn && Count() <= visibleItems) HideScrollBar();
+    if (!IsOwnerDrawn() && Count() <= visibleItems) HideScrollBar();
     const tavix::DropRows rows = Rows();
     tavix::PaintOffscreen(dc, rows.client, [&](CDC& memory) {
-        memory.FillSolidRect(rows.client, ownerDrawn ? RGB(255, 255, 255) : tavix::SkinColour(CLR_LIST_BACK));
-        if (ownerDrawn)
-            DrawOwnerRows(memory, rows, kCurrentState);
-        else
-            PaintRows(memory, rows);
+        PaintContent(memory, rows.client, rows, kCurrentState);
         if (!IsAlive() || !IsBarVisible()) return;
         CRect bar = rows.client;
         bar.OffsetRect(1, 0);

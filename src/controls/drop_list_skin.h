@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "controls/drop_list_paint.h"
 #include "engine/skin_wnd_base.h"
@@ -18,8 +19,6 @@ class CSkinScrollBar;
  */
 class CSkinDropList : public CSkinWndBaseClass {
 public:
-    /* For that window, before it is attached. */
-    explicit CSkinDropList(HWND list);
     ~CSkinDropList() override;
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -71,9 +70,13 @@ private:
     int ItemHeight() const;
     void CountVisible();
     tavix::DropRows Rows() const;
+    void PaintContent(CDC& dc, const CRect& area, const tavix::DropRows& rows, UINT currentState) const;
     void PaintRows(CDC& dc, const tavix::DropRows& rows) const;
     void DrawOwnerRows(HDC dc, const tavix::DropRows& rows, UINT currentState) const;
     void PrintList(HDC dc);
+    void PaintBorder(CDC& dc) const;
+    bool HasText(int item) const;
+    std::wstring WideText(int item) const;
     bool IsOwnerDrawn() const;
     bool HasBar() const;
     bool IsBarVisible() const;
@@ -81,9 +84,8 @@ private:
     HWND ComboWindow() const;
     bool IsAlive() const { return m_hWnd && ::IsWindow(m_hWnd); }
 
-    WNDPROC nativeWide;  // the native procedure as Unicode callers reach it
-    DWORD style = 0;     // as the window had it at WM_CREATE
-    DWORD exStyle = 0;   // the same; only kept
+    DWORD style = 0;    // as the window had it at WM_CREATE
+    DWORD exStyle = 0;  // the same; only kept
     std::unique_ptr<CSkinScrollBar> scrollBar;
     CSkinComboBox* combo = nullptr;
     UINT controlId = 0;

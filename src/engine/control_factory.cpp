@@ -96,7 +96,7 @@ void AttachComboBoxEx(HWND window) {
 }
 
 void AttachDropList(HWND window) {
-    auto* skin = new (std::nothrow) CSkinDropList(window);
+    auto* skin = new (std::nothrow) CSkinDropList;
     if (!skin) return;
     skin->Attach(window);
     if (CSkinComboBox* combo = ComboAround(window)) skin->PairWith(combo);
