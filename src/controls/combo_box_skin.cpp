@@ -427,8 +427,8 @@ void CSkinComboBox::OnListChoice(int item) {
     if (!IsAlive()) return;
     NotifyParent(CBN_CLOSEUP);
     if (!IsAlive()) return;
-    if (dropList) dropList->ReadText(item, text);
-    if (HWND edit = Edit()) ::SetWindowTextA(edit, text);
+    if (dropList && dropList->ReadText(item, text))
+        if (HWND edit = Edit()) ::SetWindowTextA(edit, text);
     if (!IsAlive()) return;
     NotifyParent(CBN_SELCHANGE);
     if (!IsAlive()) return;

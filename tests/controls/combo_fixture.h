@@ -56,6 +56,7 @@ protected:
     void Make(DWORD style, int items = 0, const RECT& place = kComboPlace) {
         combo = CreateControl(GetParam().charset, Parent(), "ComboBox", "", style, place, kComboId);
         ASSERT_TRUE(combo);
+        ASSERT_EQ(VersionOf(combo), GetParam().controls);
         ASSERT_TRUE(IsSkinned(combo));
         COMBOBOXINFO info{};
         info.cbSize = sizeof info;
@@ -111,13 +112,30 @@ protected:
     CPoint RowPoint(int row) { return {12, row * RowHeight() + RowHeight() / 2}; }
     static LPARAM At(POINT point) { return MAKELPARAM(point.x, point.y); }
 
-    /* What the parent was told by the combo box: the CBN_ codes in order. */
+    /* What the parent was told by the combo box since the last time: the CBN_ codes in order. */
     std::vector<int> Notices() {
         std::vector<int> codes;
-        for (const Received& received : Parent().log.Entries())
-            if (received.message == WM_COMMAND && received.lParam == reinterpret_cast<LPARAM>(combo))
-                codes.push_back(HIWORD(received.wParam));
+        for (const Received& received : Parent().log.Entries()) {
+            if (received.message != WM_COMMAND) continue;
+            EXPECT_EQ(received.lParam, reinterpret_cast<LPARAM>(combo));
+            EXPECT_EQ(LOWORD(received.wParam), kComboId);
+            codes.push_back(HIWORD(received.wParam));
+        }
+        Parent().log.Clear();
         return codes;
+    }
+    void UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
+    /* A window's rectangle in the client co-ordinates of another. */
+    static CRect PlaceIn(HWND other, HWND window) {
+        CRect place;
+        ::GetWindowRect(window, &place);
+        ::MapWindowPoints(nullptr, other, reinterpret_cast<POINT*>(static_cast<RECT*>(&place)), 2);
+        return place;
+    }
+    static std::string WindowText(HWND window) {
+        char buffer[300] = {};
+        ::GetWindowTextA(window, buffer, sizeof buffer);
+        return buffer;
     }
 
     TestSkin skin;
