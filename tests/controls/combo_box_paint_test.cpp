@@ -1,11 +1,10 @@
 /* Combo boxes and their lists: what is painted where. */
 #include "controls/combo_box_paint.h"
 #include "combo_fixture.h"
+#include "engine/skin_values.h"
 
 namespace tavix_test {
 namespace {
-
-using ComboBoxPainting = ComboTest;
 
 TEST(ComboBoxHitTest, ArrowIsTheRightEndOfTheClientArea) {
     const CRect client(0, 0, 100, 20);
@@ -16,97 +15,431 @@ TEST(ComboBoxHitTest, ArrowIsTheRightEndOfTheClientArea) {
         EXPECT_EQ(tavix::HitTestCombo(client, 17, outside), tavix::ComboHit::Outside);
 }
 
-TEST_P(ComboBoxPainting, FaceIsWhiteWithTheArrowAtTheRight) {
-    MakeListOnly();
-    const Picture face = RepaintedClient(combo);
-    const SIZE arrow = skin.BitmapSize(33);
-    EXPECT_EQ(face.At(2, 2), RGB(255, 255, 255));
-    EXPECT_EQ(face.At(face.width - arrow.cx, 0), TestSkin::ColourOfBitmap(33));
-    EXPECT_EQ(face.At(face.width - arrow.cx - 1, 0), RGB(255, 255, 255));
-    EXPECT_EQ(face.CountOf(TestSkin::ColourOfBitmap(33)), arrow.cx * std::min<int>(arrow.cy, face.height));
+class ComboBoxPainting : public ComboTest {
+protected:
+    /* A bitmap whose every pixel is its own; with key-coloured ones where asked for. */
+    static COLORREF Pattern(DWORD id, int x, int y) {
+        return RGB(id, static_cast<unsigned>(10 + 8 * x), static_cast<unsigned>(20 + 8 * y));
+    }
+    void SetPattern(DWORD id, int width, int height, std::function<bool(int, int)> isKey = nullptr) {
+        skin.SetBitmap(id, width, height, [id, isKey](int x, int y) {
+            return isKey && isKey(x, y) ? TestSkin::kTransparent : Pattern(id, x, y);
+        });
+    }
+    /* The row of a piece that shows in row y of a window that is higher: its middle row repeats. */
+    static int RowOfPiece(int y, int height, int pieceHeight) {
+        const int middle = pieceHeight / 2;
+        if (y < middle) return y;
+        return y < height - middle ? middle : middle + y - (height - middle);
+    }
+    void RepaintAll() {
+        ::RedrawWindow(combo, nullptr, nullptr,
+                       RDW_INVALIDATE | RDW_FRAME | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    }
+    /* The client area without an edit, with that text and that arrow's bitmap. */
+    Picture Face(const std::string& text, DWORD arrowId) {
+        const CRect client = ClientOf(combo);
+        Canvas canvas(client.right, client.bottom, RGB(255, 255, 255));
+        const SIZE arrow = skin.BitmapSize(arrowId);
+        CDC dc(canvas.Dc());
+        dc.FillSolidRect(CRect(CPoint(client.right - arrow.cx, 0), arrow), TestSkin::ColourOfBitmap(arrowId));
+        CRect room(0, 0, client.right - arrow.cx, client.bottom);
+        DrawIn(dc, room, text, RGB(0, 0, 0));
+        return canvas.Take();
+    }
+    static void DrawIn(HDC dc, CRect room, const std::string& text, COLORREF colour) {
+        const HGDIOBJ former = ::SelectObject(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+        ::SetBkMode(dc, TRANSPARENT);
+        ::SetTextColor(dc, colour);
+        ::DrawTextA(dc, text.c_str(), -1, &room, DT_VCENTER | DT_SINGLELINE);
+        ::SelectObject(dc, former);
+    }
+    /* The list's rows from its top one on, in the part that a bar leaves. */
+    Picture RowsAsTheyOught(int top) {
+        const CRect client = ClientOf(list);
+        const int right = client.right - (::IsWindowVisible(Bar()) ? ::GetSystemMetrics(SM_CXVSCROLL) : 0);
+        Canvas canvas(right, client.bottom, skin.Colour(CLR_LIST_BACK));
+        CDC dc(canvas.Dc());
+        const int height = RowHeight();
+        for (int i = top; i < Send(CB_GETCOUNT) && (i - top) * height < client.bottom; ++i) {
+            const bool current = i == Current();
+            CRect row(0, (i - top) * height, right, (i - top + 1) * height);
+            if (current) dc.FillSolidRect(row, skin.Colour(CLR_HIGHLIGHT));
+            row.left += 2;
+            DrawIn(dc, row, ItemText(i), tavix::SkinColour(current ? CLR_TEXT_HIGHLIGHT : CLR_TEXT));
+        }
+        return canvas.Take();
+    }
+    std::string ItemText(int item) {
+        char buffer[64] = {};
+        Send(CB_GETLBTEXT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(buffer));
+        return buffer;
+    }
+    static Picture LeftOf(const Picture& picture, int width) {
+        Picture part{width, picture.height, {}};
+        for (int y = 0; y < picture.height; ++y)
+            for (int x = 0; x < width; ++x) part.pixels.push_back(picture.At(x, y));
+        return part;
+    }
+};
+
+TEST_P(ComboBoxPainting, FaceIsWhiteWithTheTextAndTheArrowAtTheRight) {
+    MakeListOnly(3);
+    EXPECT_EQ(RepaintedClient(combo), Face("", BMP_COMBO_DROP_NORMAL));
+    Send(CB_SETCURSEL, 1);
+    const Picture face = Face("Item 1", BMP_COMBO_DROP_NORMAL);
+    EXPECT_GT(face.CountOf(RGB(0, 0, 0)), 10);
+    EXPECT_EQ(RepaintedClient(combo), face);
     ::EnableWindow(combo, FALSE);
     EXPECT_EQ(RepaintedClient(combo), face) << "disabled it looks the same";
+    ::EnableWindow(combo, TRUE);
+    Send(WM_MOUSEMOVE, 0, At(ArrowPoint()));
+    EXPECT_EQ(RepaintedClient(combo), Face("Item 1", BMP_COMBO_DROP_HOT));
 }
 
-TEST_P(ComboBoxPainting, TextShowsWithoutAnEdit) {
-    MakeListOnly(2);
-    EXPECT_EQ(RepaintedClient(combo).CountOf(RGB(0, 0, 0)), 0);
+TEST_P(ComboBoxPainting, TextEndsAtTheArrowsBitmapHoweverWideThatIs) {
+    skin.SetBitmap(BMP_COMBO_DROP_NORMAL, 60, 5, TestSkin::ColourOfBitmap(BMP_COMBO_DROP_NORMAL));
+    UseChangedSkin();
+    MakeListOnly();
+    const std::string text(60, 'W');
+    Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    const Picture face = RepaintedClient(combo);
+    EXPECT_EQ(face, Face(text, BMP_COMBO_DROP_NORMAL));
+    EXPECT_EQ(face.At(face.width - 1, 5), RGB(255, 255, 255)) << "below the arrow, which isn't stretched";
+}
+
+TEST_P(ComboBoxPainting, TextMarksItsAmpersandsAsMnemonics) {
+    MakeListOnly();
+    Add("Bed && Br&eakfast");
+    Send(CB_SETCURSEL, 0);
+    EXPECT_EQ(RepaintedClient(combo), Face("Bed && Br&eakfast", BMP_COMBO_DROP_NORMAL));
+    Open();
+    EXPECT_EQ(RepaintedClient(list), RowsAsTheyOught(0));
+}
+
+TEST_P(ComboBoxPainting, FrameIsMadeOfItsThreePiecesStretchedInHeight) {
+    SetPattern(BMP_COMBO_LEFT, 5, 10);
+    SetPattern(BMP_COMBO_TILE, 3, 12);
+    SetPattern(BMP_COMBO_RIGHT, 7, 14);
+    UseChangedSkin();
+    MakeListOnly();
+    for (const bool disabled : {false, true}) {
+        ::EnableWindow(combo, !disabled);
+        RepaintAll();
+        const Picture window = PictureOfWindow(combo);
+        const CRect client(4, 2, window.width - 4, window.height - 2);
+        const int right = window.width - 7;
+        for (int y = 0; y < window.height; ++y) {
+            for (int x = 0; x < window.width; ++x) {
+                if (client.PtInRect({x, y})) continue;
+                COLORREF expected = Pattern(BMP_COMBO_TILE, (x - 5) % 3, RowOfPiece(y, window.height, 12));
+                if (x < 5) expected = Pattern(BMP_COMBO_LEFT, x, RowOfPiece(y, window.height, 10));
+                if (x >= right)
+                    expected = Pattern(BMP_COMBO_RIGHT, x - right, RowOfPiece(y, window.height, 14));
+                ASSERT_EQ(window.At(x, y), expected) << x << ", " << y;
+            }
+        }
+    }
+}
+
+TEST_P(ComboBoxPainting, KeyColouredPixelsOfTheEndsAreCutFromTheWindow) {
+    const auto leftKey = [](int x, int y) { return x + y < 3 || (x == 0 && y >= 8); };
+    const auto rightKey = [](int x, int y) { return x - y > 3 || (x == 6 && y == 5); };
+    SetPattern(BMP_COMBO_LEFT, 5, 10, leftKey);
+    SetPattern(BMP_COMBO_RIGHT, 7, 10, rightKey);
+    SetPattern(BMP_COMBO_TILE, 3, 10, [](int, int) { return true; });
+    UseChangedSkin();
+    MakeListOnly();
+    const auto expectShape = [&](const std::function<bool(int, int)>& left) {
+        CRgn shape;
+        shape.CreateRectRgn(0, 0, 0, 0);
+        ASSERT_NE(::GetWindowRgn(combo, shape), ERROR);
+        CRect window;
+        ::GetWindowRect(combo, &window);
+        for (int y = 0; y < window.Height(); ++y) {
+            for (int x = 0; x < window.Width(); ++x) {
+                const int row = RowOfPiece(y, window.Height(), 10), end = x - (window.Width() - 7);
+                const bool cut = (x < 5 && left(x, row)) || (end >= 0 && rightKey(end, row));
+                ASSERT_EQ(::PtInRegion(shape, x, y) != 0, !cut) << x << ", " << y;
+            }
+        }
+        EXPECT_FALSE(::PtInRegion(shape, window.Width(), 5));
+        EXPECT_FALSE(::PtInRegion(shape, 5, window.Height()));
+    };
+    expectShape(leftKey);
+    ::SetWindowPos(combo, nullptr, 0, 0, 120, 60, SWP_NOMOVE | SWP_NOZORDER);
+    expectShape(leftKey);
+    // A new skin's shape comes with the painting of the frame.
+    const auto other = [](int x, int y) { return x == 4 && y == 0; };
+    SetPattern(BMP_COMBO_LEFT, 5, 10, other);
+    UseChangedSkin();
+    expectShape(other);
+}
+
+TEST_P(ComboBoxPainting, PaintingTheFrameAgainMovesNothingAndComesToRest) {
+    for (const DWORD style : {CBS_DROPDOWNLIST, CBS_DROPDOWN, CBS_SIMPLE}) {
+        Make(style | WS_VSCROLL, 3);
+        RepaintAll();
+        PumpMessages(50);
+        MessageSpy spy(combo);
+        for (int i = 0; i < 5; ++i) Send(WM_NCPAINT, 1);
+        EXPECT_FALSE(spy.log.Has(WM_WINDOWPOSCHANGING)) << "the shape that it has is not set again";
+        PumpMessages(50);
+        spy.log.Clear();
+        PumpMessages(100);
+        EXPECT_TRUE(spy.log.Entries().empty());
+        ::InvalidateRect(Parent(), nullptr, TRUE);
+        RepaintAll();
+        PumpMessages(50);
+        EXPECT_LT(spy.log.Count(WM_PAINT), 6);
+        EXPECT_LT(spy.log.Count(WM_NCPAINT), 6);
+        ::DestroyWindow(combo);
+    }
+}
+
+TEST_P(ComboBoxPainting, EditShowsAfterEveryKindOfPainting) {
+    Make(CBS_DROPDOWN | WS_VSCROLL, 3);
     Send(CB_SETCURSEL, 1);
-    EXPECT_GT(RepaintedClient(combo).CountOf(RGB(0, 0, 0)), 10);
-}
-
-TEST_P(ComboBoxPainting, FrameIsMadeOfItsThreePieces) {
-    MakeListOnly();
-    ::RedrawWindow(combo, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
-    const Picture window = PictureOfWindow(combo);
-    EXPECT_EQ(window.At(0, window.height / 2), TestSkin::ColourOfBitmap(30));
-    EXPECT_EQ(window.At(window.width / 2, 0), TestSkin::ColourOfBitmap(32));
-    EXPECT_EQ(window.At(window.width - 1, window.height / 2), TestSkin::ColourOfBitmap(31));
-}
-
-TEST_P(ComboBoxPainting, KeyColouredCornersAreCutFromTheWindow) {
-    skin.SetBitmap(30, 4, 10,
-                   [](int x, int y) { return x == 0 && y == 0 ? TestSkin::kTransparent : RGB(20, 40, 60); });
-    ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1);
-    MakeListOnly();
-    CRgn shape;
-    shape.CreateRectRgn(0, 0, 0, 0);
-    ASSERT_NE(::GetWindowRgn(combo, shape), ERROR);
-    EXPECT_EQ(::PtInRegion(shape, 0, 0), skin.Colour(3) == TestSkin::kTransparent ? FALSE : TRUE);
-    EXPECT_TRUE(::PtInRegion(shape, 1, 0));
-    EXPECT_TRUE(::PtInRegion(shape, 0, 1));
+    const auto shows = [this] {
+        PumpMessages(30);
+        return PictureOfClient(edit).CountOf(RGB(0, 0, 0)) > 10;
+    };
+    EXPECT_TRUE(shows());
+    RepaintAll();
+    EXPECT_TRUE(shows()) << "the frame's painting paints the client area inside the other's beginning";
+    ::InvalidateRect(combo, nullptr, TRUE);
+    EXPECT_TRUE(shows());
+    ::RedrawWindow(combo, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+    EXPECT_TRUE(shows()) << "not painted over";
+    Send(WM_NCPAINT, 1);
+    EXPECT_TRUE(shows());
+    UseChangedSkin();
+    EXPECT_TRUE(shows());
+    // Beside it there is the face.
+    EXPECT_EQ(PictureOfClient(combo).At(ClientOf(combo).right - 15, 8), RGB(255, 255, 255));
 }
 
 TEST_P(ComboBoxPainting, RowsHaveTheSkinsColours) {
     MakeListOnly(3);
     Open();
+    EXPECT_EQ(RepaintedClient(list), RowsAsTheyOught(0));
     SendList(WM_MOUSEMOVE, 0, At(RowPoint(1)));
-    const Picture rows = RepaintedClient(list);
-    const int height = RowHeight(), right = rows.width - 3;
-    EXPECT_EQ(rows.At(right, height / 2), skin.Colour(62));
-    EXPECT_EQ(rows.At(right, height + height / 2), skin.Colour(4));
-    EXPECT_EQ(rows.At(right, 2 * height + height / 2), skin.Colour(62));
+    ::UpdateWindow(list);
+    EXPECT_EQ(PictureOfClient(list), RowsAsTheyOught(0)) << "only the two rows were painted anew";
+    const int height = RowHeight();
+    EXPECT_EQ(PictureOfClient(list).At(100, height + 1), skin.Colour(CLR_HIGHLIGHT));
     ::RedrawWindow(list, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
-    EXPECT_EQ(PictureOfWindow(list).At(0, 0), RGB(0xCB, 0xCB, 0xCB));
+    const Picture window = PictureOfWindow(list);
+    for (const POINT at : {POINT{0, 0}, POINT{window.width - 1, 5}, POINT{7, window.height - 1}})
+        EXPECT_EQ(window.At(at.x, at.y), RGB(0xCB, 0xCB, 0xCB));
+    EXPECT_EQ(window.At(1, 1), skin.Colour(CLR_LIST_BACK));
 }
 
-TEST_P(ComboBoxPainting, OwnerIsAskedOffScreenAndTheSelectionTakesTheSkinsColour) {
-    MakeListOnly(3, CBS_OWNERDRAWFIXED | CBS_HASSTRINGS);
-    struct Asked {
-        UINT type, item, state;
-    };
-    std::vector<Asked> asked;
-    Parent().handler = [&](const Received& received) -> std::optional<LRESULT> {
-        if (received.message != WM_DRAWITEM) return std::nullopt;
-        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(received.lParam);
-        asked.push_back({item.CtlType, item.itemID, item.itemState});
-        ::FillRect(item.hDC, &item.rcItem, ::GetSysColorBrush(COLOR_HIGHLIGHT));
-        return TRUE;
-    };
+TEST_P(ComboBoxPainting, ScrolledRowsLeaveTheBarsColumnAlone) {
+    MakeListOnly(120);
     Open();
-    SendList(WM_MOUSEMOVE, 0, At(RowPoint(1)));
-    asked.clear();
+    ASSERT_TRUE(::IsWindowVisible(Bar()));
+    for (int i = 0; i < 3; ++i) SendList(WM_VSCROLL, SB_LINEDOWN);
+    SendList(WM_MOUSEMOVE, 0, At(RowPoint(2)));
+    const Picture expected = RowsAsTheyOught(3);
+    EXPECT_EQ(LeftOf(RepaintedClient(list), expected.width), expected);
+    EXPECT_EQ(Current(), 5);
+}
+
+TEST_P(ComboBoxPainting, ImagesStandBeforeTheTextsOfTheirRows) {
+    MakeListOnly(3);
+    Open();
+    const auto textStart = [this](int row) {
+        const Picture rows = RepaintedClient(list);
+        for (int x = 0; x < rows.width; ++x)
+            for (int y = row * RowHeight(); y < (row + 1) * RowHeight(); ++y)
+                if (rows.At(x, y) == tavix::SkinColour(CLR_TEXT)) return x;
+        return -1;
+    };
+    const int before = textStart(0);
+    ASSERT_GT(before, 1);
+    constexpr int kImage = 9;
+    ASSERT_TRUE(List().itemImages.Create(kImage, kImage, ILC_COLOR24, 1, 1));
+    EXPECT_EQ(textStart(0), before) << "none of them yet";
+    const auto bitmap = MakeBitmap(kImage, kImage, RGB(1, 250, 3));
+    ASSERT_EQ(::ImageList_Add(List().itemImages, *bitmap, nullptr), 0);
+    EXPECT_EQ(textStart(0), before + kImage) << "the room is kept in every row";
+    EXPECT_EQ(RepaintedClient(list).CountOf(RGB(1, 250, 3)), 0);
+    List().itemImageMap.SetAt(reinterpret_cast<void*>(1), nullptr);
     const Picture rows = RepaintedClient(list);
-    ASSERT_EQ(asked.size(), 3u);
-    for (UINT i = 0; i < 3; ++i) {
-        EXPECT_EQ(asked[i].type, UINT{ODT_COMBOBOX});
-        EXPECT_EQ(asked[i].item, i);
-        EXPECT_EQ(asked[i].state, i == 1 ? 1u : 32u);
+    EXPECT_EQ(rows.At(2 + kImage / 2, RowHeight() + RowHeight() / 2), RGB(1, 250, 3));
+    EXPECT_EQ(rows.At(2 + kImage / 2, RowHeight() / 2), skin.Colour(CLR_LIST_BACK));
+}
+
+/* One WM_DRAWITEM. */
+struct Drawn {
+    WPARAM wParam;
+    DRAWITEMSTRUCT item;
+};
+
+class OwnerDrawnComboBox : public ComboBoxPainting {
+protected:
+    /* Five items with data, whose owner fills its rows with the system's colour of selections. */
+    void MakeOwnerDrawn(DWORD style = CBS_OWNERDRAWFIXED, int items = 5) {
+        Parent().handler = [this](const Received& received) -> std::optional<LRESULT> {
+            if (received.message != WM_DRAWITEM) return std::nullopt;
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(received.lParam);
+            atOwner.push_back({received.wParam, item});
+            ::FillRect(item.hDC, &item.rcItem, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+            return TRUE;
+        };
+        MakeListOnly(items, style | CBS_HASSTRINGS);
+        for (int i = 0; i < items; ++i) Send(CB_SETITEMDATA, static_cast<WPARAM>(i), 500 + i);
+        m_spy.emplace(combo);
+        m_spy->handler = [this](const Received& received) -> std::optional<LRESULT> {
+            if (received.message == WM_DRAWITEM)
+                atCombo.push_back(
+                    {received.wParam, *reinterpret_cast<const DRAWITEMSTRUCT*>(received.lParam)});
+            return std::nullopt;
+        };
     }
-    const int height = RowHeight();
-    EXPECT_EQ(rows.At(5, height / 2), ::GetSysColor(COLOR_HIGHLIGHT));
-    EXPECT_EQ(rows.At(5, height + height / 2), skin.Colour(4));
-    asked.clear();
+    void TearDown() override {
+        if (::IsWindow(combo)) ::DestroyWindow(combo);
+        m_spy.reset();
+        Parent().handler = nullptr;
+        ComboBoxPainting::TearDown();
+    }
+    void Forget() { atOwner.clear(), atCombo.clear(); }
+    /* The rows as the list hands them to the combo box, and those as the owner gets them. */
+    void ExpectRows(int first, int last, UINT currentState, int right) {
+        const int count = last - first, height = RowHeight();
+        ASSERT_EQ(static_cast<int>(atCombo.size()), count);
+        ASSERT_EQ(static_cast<int>(atOwner.size()), count);
+        for (int i = 0; i < count; ++i) {
+            SCOPED_TRACE(i);
+            const int index = first + i;
+            const UINT state = index == Current() ? currentState : 32u;
+            const Drawn& sent = atCombo[static_cast<std::size_t>(i)];
+            EXPECT_EQ(sent.wParam, 0u);
+            EXPECT_EQ(sent.item.CtlType, 2u);
+            EXPECT_EQ(sent.item.CtlID, static_cast<UINT>(::GetDlgCtrlID(list)));
+            EXPECT_EQ(sent.item.itemID, static_cast<UINT>(index));
+            EXPECT_EQ(sent.item.itemAction, UINT{ODA_DRAWENTIRE});
+            EXPECT_EQ(sent.item.itemState, state);
+            EXPECT_EQ(sent.item.hwndItem, list);
+            EXPECT_TRUE(CRect(sent.item.rcItem) == CRect(0, i * height, right, (i + 1) * height));
+            EXPECT_EQ(sent.item.itemData, static_cast<ULONG_PTR>(500 + index));
+            // The native control makes it its own; the place is the one off-screen.
+            const Drawn& got = atOwner[static_cast<std::size_t>(i)];
+            EXPECT_EQ(got.wParam, WPARAM{kComboId});
+            EXPECT_EQ(got.item.CtlType, UINT{ODT_COMBOBOX});
+            EXPECT_EQ(got.item.CtlID, UINT{kComboId});
+            EXPECT_EQ(got.item.itemID, static_cast<UINT>(index));
+            EXPECT_EQ(got.item.itemAction, UINT{ODA_DRAWENTIRE});
+            EXPECT_EQ(got.item.itemState, state);
+            EXPECT_EQ(got.item.hwndItem, combo);
+            EXPECT_TRUE(CRect(got.item.rcItem) == CRect(0, 0, right, height));
+            EXPECT_EQ(got.item.itemData, static_cast<ULONG_PTR>(500 + index));
+            EXPECT_NE(got.item.hDC, sent.item.hDC);
+        }
+    }
+
+    std::vector<Drawn> atOwner, atCombo;
+
+private:
+    std::optional<MessageSpy> m_spy;
+};
+
+TEST_P(OwnerDrawnComboBox, OwnerIsAskedOffScreenForEachRowAndTheSelectionTakesTheSkinsColour) {
+    for (const DWORD style : {CBS_OWNERDRAWFIXED, CBS_OWNERDRAWVARIABLE}) {
+        MakeOwnerDrawn(style);
+        Open();
+        SendList(WM_MOUSEMOVE, 0, At(RowPoint(1)));
+        ::UpdateWindow(list);
+        Forget();
+        const Picture rows = RepaintedClient(list);
+        ExpectRows(0, 5, ODS_SELECTED, ClientOf(list).right);
+        const int height = RowHeight();
+        EXPECT_EQ(rows.At(5, height / 2), ::GetSysColor(COLOR_HIGHLIGHT)) << "not selected, not changed";
+        EXPECT_EQ(rows.At(5, height + height / 2), skin.Colour(CLR_HIGHLIGHT));
+        EXPECT_EQ(rows.CountOf(skin.Colour(CLR_HIGHLIGHT)), height * rows.width);
+        ::DestroyWindow(combo);
+    }
+}
+
+TEST_P(OwnerDrawnComboBox, FieldShowsTheCurrentItem) {
+    MakeOwnerDrawn();
+    Forget();
     RepaintedClient(combo);
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].item, 1u);
+    EXPECT_TRUE(atOwner.empty()) << "none is current";
+    Send(CB_SETCURSEL, 3);
+    ::UpdateWindow(combo);
+    Forget();
+    const Picture face = RepaintedClient(combo);
+    ASSERT_EQ(atCombo.size(), 1u);
+    ASSERT_EQ(atOwner.size(), 1u);
+    const CRect room(0, 0, ClientOf(combo).right - skin.BitmapSize(33).cx, ClientOf(combo).bottom);
+    const Drawn& sent = atCombo[0];
+    EXPECT_EQ(sent.wParam, 0u);
+    EXPECT_EQ(sent.item.CtlType, 3u);
+    EXPECT_EQ(sent.item.CtlID, 0u);
+    EXPECT_EQ(sent.item.itemState, 32u);
+    EXPECT_EQ(atOwner[0].wParam, WPARAM{kComboId});
+    EXPECT_EQ(atOwner[0].item.CtlID, UINT{kComboId});
+    for (const Drawn& drawn : {sent, atOwner[0]}) {
+        EXPECT_EQ(drawn.item.itemID, 3u);
+        EXPECT_EQ(drawn.item.itemAction, UINT{ODA_DRAWENTIRE});
+        EXPECT_EQ(drawn.item.hwndItem, combo);
+        EXPECT_TRUE(CRect(drawn.item.rcItem) == room);
+        EXPECT_EQ(drawn.item.itemData, 503u);
+    }
+    EXPECT_EQ(face.CountOf(::GetSysColor(COLOR_HIGHLIGHT)), room.Width() * room.Height());
+    EXPECT_EQ(face.At(room.right, 0), TestSkin::ColourOfBitmap(33)) << "the owner can't reach the arrow";
+}
+
+TEST_P(OwnerDrawnComboBox, RowsFollowTheScrollingAtOnce) {
+    MakeOwnerDrawn(CBS_OWNERDRAWFIXED, 120);
+    Open();
+    ASSERT_TRUE(::IsWindowVisible(Bar()));
+    SendList(WM_MOUSEMOVE, 0, At(RowPoint(2)));
+    ::UpdateWindow(list);
+    Forget();
+    SendList(WM_VSCROLL, SB_LINEDOWN);
+    // Also the rows that nobody will see.
+    const int right = ClientOf(list).right - ::GetSystemMetrics(SM_CXVSCROLL);
+    ExpectRows(1, 120, ODS_HOTLIGHT, right);
+    EXPECT_EQ(PictureOfClient(list).CountOf(skin.Colour(CLR_HIGHLIGHT)), 0) << "that state keeps its colour";
+    Forget();
+    ::UpdateWindow(list);
+    ExpectRows(1, 120, ODS_SELECTED, right);
+    EXPECT_GT(PictureOfClient(list).CountOf(skin.Colour(CLR_HIGHLIGHT)), 0);
+    Forget();
+    SendList(WM_VSCROLL, SB_ENDSCROLL);
+    EXPECT_TRUE(atOwner.empty()) << "nothing moved";
+}
+
+TEST_P(OwnerDrawnComboBox, FocusOfARowIsNotDrawn) {
+    MakeOwnerDrawn();
+    Forget();
     DRAWITEMSTRUCT focus{};
     focus.CtlType = ODT_LISTBOX;
     focus.itemAction = ODA_FOCUS;
-    asked.clear();
     EXPECT_EQ(Send(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&focus)), 0);
-    EXPECT_TRUE(asked.empty());
-    Parent().handler = nullptr;
+    EXPECT_TRUE(atOwner.empty());
+}
+
+TEST_P(OwnerDrawnComboBox, SelectionAloneIsRecolouredAndNoOtherState) {
+    MakeOwnerDrawn();
+    Canvas canvas(40, 30, RGB(1, 2, 3));
+    for (const UINT state : {0u, 1u, 0x11u, 0x40u}) {
+        DRAWITEMSTRUCT item{};
+        item.CtlType = ODT_LISTBOX;
+        item.itemAction = ODA_SELECT;
+        item.itemState = state;
+        item.hDC = canvas.Dc();
+        item.rcItem = {5, 6, 25, 16};
+        EXPECT_EQ(Send(WM_DRAWITEM, 9, reinterpret_cast<LPARAM>(&item)), 0);
+        const Picture picture = canvas.Take();
+        const COLORREF expected = state == 1 ? skin.Colour(CLR_HIGHLIGHT) : ::GetSysColor(COLOR_HIGHLIGHT);
+        EXPECT_EQ(picture.CountOf(expected), 200) << state;
+        EXPECT_EQ(picture.At(5, 6), expected);
+        EXPECT_EQ(picture.CountOf(RGB(1, 2, 3)), 40 * 30 - 200);
+    }
 }
 
 TEST_P(ComboBoxPainting, PrintedListHasItsBar) {
@@ -117,9 +450,25 @@ TEST_P(ComboBoxPainting, PrintedListHasItsBar) {
     EXPECT_EQ(SendList(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT), 1);
     const Picture printed = canvas.Take();
     EXPECT_EQ(printed.CountOf(RGB(1, 2, 3)), 0);
+    const Picture rows = RowsAsTheyOught(0);
+    // The bar stands a pixel further right in it, and hides the column of the one that shows.
+    EXPECT_EQ(LeftOf(printed, rows.width), rows);
     EXPECT_GT(printed.CountOf(TestSkin::ColourOfBitmap(85)), 0);
     EXPECT_GT(PictureOfClient(Bar()).CountOf(TestSkin::ColourOfBitmap(85)), 0);
     EXPECT_GT(PictureOfClient(list).CountOf(TestSkin::ColourOfBitmap(85)), 0) << "not painted over";
+}
+
+TEST_P(ComboBoxPainting, PrintingWithTheFrameDrawsTheBorder) {
+    MakeListOnly(3);
+    Open();
+    CRect window;
+    ::GetWindowRect(list, &window);
+    for (const LPARAM flags : {LPARAM{PRF_CLIENT}, LPARAM{PRF_CLIENT | PRF_NONCLIENT}}) {
+        Canvas canvas(window.Width(), window.Height(), RGB(1, 2, 3));
+        SendList(WM_PRINT, reinterpret_cast<WPARAM>(canvas.Dc()), flags);
+        const bool framed = (flags & PRF_NONCLIENT) != 0;
+        EXPECT_EQ(canvas.Take().At(window.Width() - 1, window.Height() - 1) == RGB(0xCB, 0xCB, 0xCB), framed);
+    }
 }
 
 TEST_P(ComboBoxPainting, MissingBitmapsAreSkipped) {
@@ -132,6 +481,7 @@ TEST_P(ComboBoxPainting, MissingBitmapsAreSkipped) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxPainting, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, OwnerDrawnComboBox, kComboWorlds, NameOfComboWorld);
 
 }  // namespace
 }  // namespace tavix_test
