@@ -35,6 +35,8 @@ public:
     HWND reportList;
     HWND listBoxParent;
     HWND listBox;
+    HWND comboBoxParent;
+    HWND comboBox;
 };
 
 /* While the thread is skinned with the file `skin`. */
@@ -42,6 +44,7 @@ void MeasurePainting(Report& report, const NativeWindows& native);
 void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureListViews(Report& report, const NativeWindows& native);
 void MeasureListBoxes(Report& report, const NativeWindows& native);
+void MeasureComboBoxes(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);

@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
     bench::MeasureScrollBars(report, native);
     bench::MeasureListViews(report, native);
     bench::MeasureListBoxes(report, native);
+    bench::MeasureComboBoxes(report, native);
     bench::MeasureMessages(report);
     bench::MeasureInterceptedCalls(report);
     bench::MeasureSwitch(report, skin);

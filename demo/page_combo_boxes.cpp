@@ -10,7 +10,7 @@ namespace gallery {
 
 namespace {
 
-enum ControlId { id_first = 100, id_opened = 102 };
+enum ControlId { id_first = 100, id_opened = 103 };
 
 constexpr DWORD dialog_style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
 constexpr const char* stations[] = {"Harbour",        "Upper town", "Airport",    "Hochtal",
@@ -26,8 +26,8 @@ struct Box {
 constexpr Box boxes[] = {
     {"With an edit", CBS_DROPDOWN | CBS_AUTOHSCROLL, 80},
     {"Swatches", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, 80},
-    {"List only", CBS_DROPDOWNLIST, 80},
     {"Always open", CBS_SIMPLE, 54},
+    {"List only", CBS_DROPDOWNLIST, 80},  // the last: its list hangs down over nothing
 };
 
 /* A patch of colour for each item, in the system's own colours of text and selection. */
@@ -50,15 +50,15 @@ INT_PTR CALLBACK combo_procedure(HWND dialog, UINT message, WPARAM wparam, LPARA
 }
 
 HWND create_boxes(const char* title, DWORD style) {
-    constexpr short pitch = 22;
-    DialogTemplate dialog_template(title, dialog_style, 170, 150);
+    constexpr short field = 14, gap = 8;
+    DialogTemplate dialog_template(title, dialog_style, 170, 240);
     short y = 10;
     int id = id_first;
     for (const Box& box : boxes) {
         dialog_template.add("STATIC", box.label, -1, SS_LEFT, {8, static_cast<short>(y + 2), 50, 10});
         dialog_template.add("COMBOBOX", "", id++, box.style | style | WS_VSCROLL | WS_TABSTOP,
                             {62, y, 98, box.height});
-        y += pitch;
+        y += (box.style & 0xF) == CBS_SIMPLE ? box.height + gap : field + gap;
     }
     const HWND dialog = dialog_template.create(nullptr, combo_procedure);
     for (int i = id_first; i < id; ++i) {
