@@ -1,6 +1,7 @@
 #include "controls/combo_box_paint.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "draw/bitmap_draw.h"
 #include "draw/bitmap_region.h"
@@ -13,20 +14,54 @@ namespace tavix {
 
 namespace {
 
+/* More runs of key-coloured pixels than a shape has that anybody drew; they cost the whole desktop dear. */
+constexpr int kMostCapRuns = 1'024;
+
+/* The rectangles of a region. */
+std::vector<RECT> RectsOf(const CRgn& region) {
+    std::vector<BYTE> buffer(::GetRegionData(region, 0, nullptr));
+    auto* data = reinterpret_cast<RGNDATA*>(buffer.data());
+    if (!::GetRegionData(region, static_cast<DWORD>(buffer.size()), data)) return {};
+    const RECT* first = reinterpret_cast<const RECT*>(data->Buffer);
+    return {first, first + data->rdh.nCount};
+}
+
+/*
+ * Where a piece that DrawVerticalStretch draws to that height is key-coloured: its upper half, its middle
+ * row all the way, its lower half. No picture of it is made: this runs at each painting of a frame.
+ */
+void MakeStretchedKeyRegion(CRgn& shape, CBitmap* piece, const CSize& size, int height, COLORREF key) {
+    const int middle = size.cy / 2, lowerTop = height - middle;
+    CRgn whole, rows;
+    RegionFromBitmapKey(&whole, piece, key);
+    shape.CreateRectRgn(0, 0, 0, 0);
+    const auto takeRows = [&](int from, int to) {
+        rows.CreateRectRgn(0, from, size.cx, to);
+        rows.CombineRgn(rows, whole, RGN_AND);
+    };
+    takeRows(0, std::min(middle, lowerTop));
+    shape.CombineRgn(shape, rows, RGN_OR);
+    takeRows(middle, 2 * middle);
+    rows.OffsetRgn(0, lowerTop - middle);
+    shape.CombineRgn(shape, rows, RGN_OR);
+    if (lowerTop <= middle) return;
+    takeRows(middle, middle + 1);
+    CRgn column;
+    for (const RECT& run : RectsOf(rows)) {
+        column.CreateRectRgn(run.left, middle, run.right, lowerTop);
+        shape.CombineRgn(shape, column, RGN_OR);
+    }
+}
+
 /* Takes the key-coloured pixels of an end piece, as high as the window, out of the region. */
 void CutCap(CRgn& region, const CSize& window, CBitmap* cap, int left) {
-    const CSize size(ComboPieceWidth(cap), window.cy);
-    if (size.cx <= 0 || size.cy <= 0) return;
-    const CClientDC screen(nullptr);
-    CMemoryDC dc(screen);
-    CBitmap picture;
-    if (!dc.m_hDC || !picture.Attach(::CreateCompatibleBitmap(screen, size.cx, size.cy))) return;
-    {
-        const SelectionGuard selection(dc, picture);
-        if (!selection) return;
-        DrawVerticalStretch(&dc, cap, {0, 0, size.cx, size.cy}, 0);
-    }
-    CutKeyPixels(region, &picture, SkinColour(CLR_TRANSPARENT), CPoint(left, 0), size);
+    const CSize size = BitmapSize(cap);
+    const COLORREF key = SkinColour(CLR_TRANSPARENT);
+    if (size.cx <= 0 || size.cy <= 0 || HasMoreKeyRuns(cap, key, size, kMostCapRuns)) return;
+    CRgn shape;
+    MakeStretchedKeyRegion(shape, cap, size, window.cy, key);
+    shape.OffsetRgn(left, 0);
+    region.CombineRgn(region, shape, RGN_DIFF);
 }
 
 DWORD DibColour(COLORREF colour) {

@@ -333,10 +333,13 @@ void CSkinDropList::UpdateScrollBar() {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     scrollBar->GetScrollInfo(&info, SIF_ALL);
-    info.nMin = 0;
-    info.nMax = count - 1;
-    info.nPage = static_cast<UINT>(visibleItems);
-    scrollBar->SetScrollInfo(&info, TRUE);
+    const auto page = static_cast<UINT>(visibleItems);
+    if (info.nMin != 0 || info.nMax != count - 1 || info.nPage != page) {
+        info.nMin = 0;
+        info.nMax = count - 1;
+        info.nPage = page;
+        scrollBar->SetScrollInfo(&info, TRUE);  // which paints the bar
+    }
     if (HasBar()) ::ShowWindow(Bar(), SW_SHOW);
     if (HasBar()) ::EnableWindow(Bar(), TRUE);
 }

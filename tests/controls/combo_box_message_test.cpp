@@ -160,6 +160,7 @@ TEST_P(ComboBoxMessages, MessagesThatAreAnsweredWithNothingDone) {
         EXPECT_TRUE(below.log.Has(message)) << message << " goes on";
     }
     EXPECT_EQ(Send(WM_ENABLE, TRUE), 0);
+    ::DestroyWindow(combo);  // before the spy
 }
 
 TEST_P(ComboBoxMessages, StyleIsNotChanged) {
@@ -296,6 +297,7 @@ TEST_P(ComboBoxMessages, TimerOfTheHoverIsNotPassedOn) {
     EXPECT_FALSE(below.log.Has(WM_TIMER));
     Send(WM_TIMER, 4991);
     EXPECT_EQ(below.log.Count(WM_TIMER), 1);
+    ::DestroyWindow(combo);  // before the spy
 }
 
 TEST_P(ComboBoxMessages, ItemsOfOtherKindsGoToTheNativeControl) {

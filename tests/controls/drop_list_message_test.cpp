@@ -339,6 +339,7 @@ TEST_P(DropListMessages, KeysAreToldOfOrIgnored) {
     EXPECT_EQ(LOWORD(told.wParam), ::GetDlgCtrlID(list));
     EXPECT_EQ(told.lParam, reinterpret_cast<LPARAM>(list));
     EXPECT_EQ(Current(), 1);
+    ::DestroyWindow(combo);  // before the spy
 }
 
 TEST_P(DropListMessages, CaptureChangesAreSwallowedAndItemsGoToTheNativeList) {
@@ -353,6 +354,7 @@ TEST_P(DropListMessages, CaptureChangesAreSwallowedAndItemsGoToTheNativeList) {
     EXPECT_EQ(SendList(CB_DELETESTRING, 0), 0);
     EXPECT_TRUE(below.log.Has(CB_DELETESTRING));
     EXPECT_EQ(Send(CB_GETCOUNT), 2) << "which means nothing to a list box";
+    ::DestroyWindow(combo);  // before the spy
 }
 
 TEST_P(DropListMessages, ListOfAnotherParentIsTheNativeControl) {
