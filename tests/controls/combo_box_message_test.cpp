@@ -330,6 +330,30 @@ TEST_P(ComboBoxMessages, NullsAreSurvived) {
     EXPECT_EQ(Current(), 0);
 }
 
+TEST_P(ComboBoxMessages, EditOfASimpleComboBoxCoversItsList) {
+    Make(CBS_SIMPLE | WS_VSCROLL, 3);
+    ASSERT_TRUE(edit);
+    ASSERT_TRUE(::IsChild(combo, list));
+    EXPECT_EQ(::GetWindow(combo, GW_CHILD), edit) << "in front";
+    EXPECT_EQ(PlaceIn(combo, edit).Height(), ClientOf(combo).Height());
+    Send(CB_SETCURSEL, 2);
+    EXPECT_EQ(WindowText(edit), "Item 2");
+    EXPECT_EQ(Current(), 2);
+}
+
+TEST_P(ComboBoxMessages, FocusStaysWithAnOpenListOrTheComboBox) {
+    MakeListOnly(3);
+    ASSERT_TRUE(BringToFront(Parent()));
+    Open();
+    Send(WM_SETFOCUS);
+    // Some platforms refuse the list the keyboard.
+    EXPECT_TRUE(::GetFocus() == list || ::GetFocus() == Parent());
+    EXPECT_TRUE(IsOpen());
+    Send(CB_SHOWDROPDOWN, FALSE);
+    Send(WM_SETFOCUS);
+    EXPECT_EQ(::GetFocus(), combo);
+}
+
 TEST_P(ComboBoxMessages, ExtendedComboBoxGetsItsShapeOnly) {
     INITCOMMONCONTROLSEX init{sizeof init, ICC_USEREX_CLASSES};
     ::InitCommonControlsEx(&init);
@@ -340,18 +364,35 @@ TEST_P(ComboBoxMessages, ExtendedComboBoxGetsItsShapeOnly) {
     HWND inner = ::FindWindowExA(outer, nullptr, "ComboBox", nullptr);
     ASSERT_TRUE(inner);
     EXPECT_TRUE(IsSkinned(inner));
-    const CRgn region;
-    EXPECT_NE(::SendMessageA(outer, WM_KEYDOWN, VK_RETURN, 0), -1);
-    CRgn shape;
-    shape.CreateRectRgn(0, 0, 0, 0);
-    EXPECT_NE(::GetWindowRgn(outer, shape), ERROR);
+    const auto shapeFits = [outer] {
+        CRgn shape;
+        shape.CreateRectRgn(0, 0, 0, 0);
+        if (::GetWindowRgn(outer, shape) == ERROR) return false;
+        CRect box, window;
+        ::GetRgnBox(shape, &box);
+        ::GetWindowRect(outer, &window);
+        return box.Width() == window.Width() && box.Height() == window.Height();
+    };
+    EXPECT_TRUE(shapeFits());
+    ::SetWindowPos(outer, nullptr, 0, 0, 130, 120, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_TRUE(shapeFits());
     // Of the two only the inner one takes its frame from the client area.
-    CRect innerWindow;
+    CRect innerWindow, outerWindow;
     ::GetWindowRect(inner, &innerWindow);
+    ::GetWindowRect(outer, &outerWindow);
     EXPECT_EQ(ClientOf(inner).Width(), innerWindow.Width() - 8);
-    RECT sizes{0, 0, 100, 50};
-    ::SendMessageA(outer, WM_NCCALCSIZE, 0, reinterpret_cast<LPARAM>(&sizes));
-    EXPECT_NE(sizes.left, 4);
+    EXPECT_EQ(ClientOf(outer).Width(), outerWindow.Width());
+    // The items, the selection and what is told are the two native controls' and the inner skin's.
+    char text[] = "Harbour";
+    COMBOBOXEXITEMA item{};
+    item.mask = CBEIF_TEXT;
+    item.pszText = text;
+    for (item.iItem = 0; item.iItem < 2; ++item.iItem)
+        EXPECT_EQ(::SendMessageA(outer, CBEM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item)), item.iItem);
+    ::SendMessageA(outer, CB_SETCURSEL, 1, 0);
+    EXPECT_EQ(::SendMessageA(outer, CB_GETCOUNT, 0, 0), 2);
+    EXPECT_EQ(::SendMessageA(inner, CB_GETCURSEL, 0, 0), 1);
+    RepaintedClient(inner);
     ::DestroyWindow(outer);
 }
 
