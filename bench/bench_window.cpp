@@ -65,6 +65,15 @@ HWND MakeListBox(HWND parent) {
                              300, parent, nullptr, nullptr, nullptr);
 }
 
+HWND MakeComboBox(HWND parent) {
+    HWND combo = ::CreateWindowExA(0, "ComboBox", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWNLIST,
+                                   10, 10, 180, 150, parent, nullptr, nullptr, nullptr);
+    for (int i = 0; i < 40; ++i)
+        ::SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("An item of ordinary length"));
+    ::SendMessageA(combo, CB_SETCURSEL, 3, 0);
+    return combo;
+}
+
 void RepaintFrame(HWND window) {
     ::SendMessageA(window, WM_NCPAINT, 1, 0);
     ::GdiFlush();
@@ -73,6 +82,12 @@ void RepaintFrame(HWND window) {
 void RepaintClient(HWND window) {
     ::InvalidateRect(window, nullptr, TRUE);
     ::UpdateWindow(window);
+    ::GdiFlush();
+}
+
+void RepaintWhole(HWND window) {
+    ::RedrawWindow(window, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     ::GdiFlush();
 }
 
@@ -98,7 +113,11 @@ NativeWindows::NativeWindows()
       commonParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, 0, 320, 1000, 310, nullptr,
                                      nullptr, nullptr, nullptr)),
       toolBar(MakeToolBar(commonParent)),
-      tabControl(MakeTabControl(commonParent)) {
+      tabControl(MakeTabControl(commonParent)),
+      comboBoxParent(::CreateWindowExA(0, PlainClass(), "", WS_POPUP | WS_VISIBLE, kComboBoxParent.left,
+                                       kComboBoxParent.top, kComboBoxParent.Width(), kComboBoxParent.Height(),
+                                       nullptr, nullptr, nullptr, nullptr)),
+      comboBox(MakeComboBox(comboBoxParent)) {
     Pump();
 }
 
@@ -106,6 +125,7 @@ NativeWindows::~NativeWindows() {
     ::DestroyWindow(commonParent);
     ::DestroyWindow(listParent);
     ::DestroyWindow(listBoxParent);
+    ::DestroyWindow(comboBoxParent);
     ::DestroyWindow(scrollBarParent);
     ::DestroyWindow(buttonParent);
     ::DestroyWindow(frame);

@@ -51,6 +51,9 @@ HWND MakeReportList(HWND parent);
 /* A list box with a scroll bar and room for some twenty rows, and its parent. */
 const CRect kListBoxParent{0, 0, 260, 330};
 HWND MakeListBox(HWND parent);
+/* A combo box without an edit that shows one of its items, and its parent. */
+const CRect kComboBoxParent{0, 0, 220, 200};
+HWND MakeComboBox(HWND parent);
 
 /* A tool bar of 40 buttons with images, and a tab control of 12 tabs. A parent of 1000 by 310 has room for
  * both. */
@@ -60,5 +63,7 @@ HWND MakeTabControl(HWND parent);
 /* Repaint at once, and wait until it is drawn. */
 void RepaintFrame(HWND window);
 void RepaintClient(HWND window);
+/* Frame, client area and children. */
+void RepaintWhole(HWND window);
 
 }  // namespace bench

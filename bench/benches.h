@@ -39,6 +39,8 @@ public:
     HWND commonParent;
     HWND toolBar;
     HWND tabControl;
+    HWND comboBoxParent;
+    HWND comboBox;
     ControlSet controls;
 };
 
@@ -49,6 +51,7 @@ void MeasureListViews(Report& report, const NativeWindows& native);
 void MeasureListBoxes(Report& report, const NativeWindows& native);
 void MeasureControls(Report& report, const NativeWindows& native);
 void MeasureCommonControls(Report& report, const NativeWindows& native);
+void MeasureComboBoxes(Report& report, const NativeWindows& native);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);

@@ -18,8 +18,6 @@ const std::vector<ControlKind> kPaintedControls = {
     {"edit", "Edit", WS_BORDER | ES_AUTOHSCROLL, {120, 20}},
     {"group box", "Button", BS_GROUPBOX, {200, 80}},
     {"check box", "Button", BS_AUTOCHECKBOX, {120, 18}},
-    {"drop-down combo box", "ComboBox", CBS_DROPDOWN | WS_VSCROLL, {120, 120}},
-    {"drop list combo box", "ComboBox", CBS_DROPDOWNLIST | WS_VSCROLL, {120, 120}},
     {"header", WC_HEADERA, HDS_BUTTONS | HDS_HORZ, {300, 22}},
     {"trackbar", TRACKBAR_CLASSA, TBS_AUTOTICKS, {160, 30}},
 };
@@ -48,8 +46,7 @@ ControlSet::ControlSet() : m_parent(PlainClass(), WS_POPUP | WS_VISIBLE, CRect(0
     int y = 4;
     for (const ControlKind& kind : kPaintedControls) {
         m_controls.push_back(MakeControl(m_parent, kind, {4, y}));
-        // The height of a combo box is mostly its list.
-        y += ::lstrcmpiA(kind.className, "ComboBox") ? kind.size.cy + 4 : 30;
+        y += kind.size.cy + 4;
     }
 }
 

@@ -18,7 +18,7 @@ struct ControlKind {
 
 /* What a dialog has many of. */
 extern const std::vector<ControlKind> kDialogControls;
-/* Those and the rest: every kind whose painting is measured, buttons and bars apart. */
+/* Those and the rest: the rest whose painting is measured; those that have a bench of their own apart. */
 extern const std::vector<ControlKind> kPaintedControls;
 
 /* Makes a visible control; lists and combo boxes get a few items, headers columns. */

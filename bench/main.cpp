@@ -38,6 +38,7 @@ int main(int argc, char** argv) {
     if (wanted("scroll-bars")) bench::MeasureScrollBars(report, native);
     if (wanted("list-views")) bench::MeasureListViews(report, native);
     if (wanted("list-boxes")) bench::MeasureListBoxes(report, native);
+    if (wanted("combo-boxes")) bench::MeasureComboBoxes(report, native);
     if (wanted("controls")) bench::MeasureControls(report, native);
     if (wanted("common-controls")) bench::MeasureCommonControls(report, native);
     if (wanted("messages")) bench::MeasureMessages(report);

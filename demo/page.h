@@ -36,6 +36,8 @@ void open_settings(Stage& stage);
 void open_texts(Stage& stage);
 void open_scroll_bars(Stage& stage);
 void pose_scroll_bars_pressed(const Stage& stage, Mouse& mouse);
+void open_combo_boxes(Stage& stage);
+void pose_combo_boxes(const Stage& stage, Mouse& mouse);
 void open_header(Stage& stage);
 void pose_header_pressed(const Stage& stage, Mouse& mouse);
 void open_list_views(Stage& stage);

@@ -18,6 +18,7 @@ constexpr Page pages[] = {
     {"texts", "Labels, edits and group boxes", open_texts, nullptr},
     {"scroll-bars", "Scroll bars", open_scroll_bars, nullptr},
     {"scroll-bars-pressed", "Scroll bars (press a thumb)", open_scroll_bars, pose_scroll_bars_pressed},
+    {"combo-boxes", "Combo boxes (open one)", open_combo_boxes, pose_combo_boxes},
     {"header", "Headers and trackbars (press a column)", open_header, pose_header_pressed},
     {"list-views", "List and tree views", open_list_views, nullptr},
     {"list-boxes", "List boxes", open_list_boxes, nullptr},

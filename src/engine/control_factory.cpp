@@ -6,6 +6,8 @@
 #include "commonctrls/tool_bar_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/combo_box_skin.h"
+#include "controls/drop_list_skin.h"
 #include "controls/edit_skin.h"
 #include "controls/group_box_skin.h"
 #include "controls/header_skin.h"
@@ -82,6 +84,36 @@ void AttachScrollBar(HWND window) {
     if (bar && !bar->AttachControl(window)) delete bar;
 }
 
+CSkinWndBaseClass* SkinOf(HWND window) {
+    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
+    return engine && window ? engine->GetSkinWndList()->Lookup(window) : nullptr;
+}
+
+// The skinned combo box that the window is a part of, or null. A window may have any parent.
+CSkinComboBox* ComboAround(HWND part) {
+    CSkinWndBaseClass* skin = SkinOf(::GetParent(part));
+    return skin && skin->IsKindOf(RUNTIME_CLASS(CSkinComboBox)) ? static_cast<CSkinComboBox*>(skin) : nullptr;
+}
+
+void AttachComboBoxEx(HWND window) {
+    auto* skin = new (std::nothrow) CSkinComboBox;
+    if (!skin) return;
+    skin->Attach(window);
+    skin->isComboBoxEx = TRUE;
+}
+
+void AttachDropList(HWND window) {
+    auto* skin = new (std::nothrow) CSkinDropList;
+    if (!skin) return;
+    skin->Attach(window);
+    if (CSkinComboBox* combo = ComboAround(window)) skin->PairWith(combo);
+}
+
+void AttachEdit(HWND window) {
+    AttachSkin<CSkinEdit>(window);
+    if (CSkinComboBox* combo = ComboAround(window)) combo->editWnd = window;
+}
+
 struct ClassRow {
     const char* className;
     void (*attach)(HWND window);
@@ -112,7 +144,10 @@ constexpr ClassRow kClassTable[] = {
     {"ShellDLL_DefView", AttachScrollingView},
     {"Button", AttachButton},
     {"ListBox", AttachSkin<CSkinListBox>},
-    {"Edit", AttachSkin<CSkinEdit>},
+    {"Combobox", AttachSkin<CSkinComboBox>},
+    {"ComboBoxEx32", AttachComboBoxEx},
+    {"ComboLBox", AttachDropList},
+    {"Edit", AttachEdit},
     {"Static", AttachSkin<CSkinStatic>},
     {"SysAnimate32", AttachSkin<CSkinAnimate>},
     {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
@@ -124,10 +159,7 @@ constexpr ClassRow kClassTable[] = {
     {"MDIClient", AttachSkin<CSkinMDIClient>},
 };
 
-bool HasSkin(HWND window) {
-    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
-    return engine && engine->GetSkinWndList()->Lookup(window);
-}
+bool HasSkin(HWND window) { return SkinOf(window) != nullptr; }
 
 }  // namespace
 

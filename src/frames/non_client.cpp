@@ -17,6 +17,16 @@ CSize WindowSize(HWND window) {
     return rect.Size();
 }
 
+bool ReadMenuFont(LOGFONTA& facts) {
+    // The structure's size before padded borders were added to it; every system takes it.
+    NONCLIENTMETRICSA metrics{};
+    metrics.cbSize = 340;
+    static_assert(offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth) == 340);
+    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return false;
+    facts = metrics.lfMenuFont;
+    return true;
+}
+
 }  // namespace
 
 void CutCorners(CRgn& region, CSize window, CBitmap* left, CBitmap* right, int rightOffset) {
@@ -56,14 +66,16 @@ void PaintBorderLines(CDC& dc, CSize window, int top) {
     row(0, h - 1, CLR_FRAME_BOTTOM3_FROM, CLR_FRAME_BOTTOM3_TO);
 }
 
+void CreateMenuFont(CFont& font) {
+    LOGFONTA facts;
+    if (ReadMenuFont(facts)) font.CreateFontIndirect(facts);
+}
+
 void CreateTitleFont(CFont& font) {
-    // The structure's size before padded borders were added to it; every system takes it.
-    NONCLIENTMETRICSA metrics{};
-    metrics.cbSize = 340;
-    static_assert(offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth) == 340);
-    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return;
-    metrics.lfMenuFont.lfWeight = FW_SEMIBOLD;
-    font.CreateFontIndirect(metrics.lfMenuFont);
+    LOGFONTA facts;
+    if (!ReadMenuFont(facts)) return;
+    facts.lfWeight = FW_SEMIBOLD;
+    font.CreateFontIndirect(facts);
 }
 
 CSize SmallIconSize() { return {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)}; }

@@ -30,7 +30,10 @@ void PaintBorderLines(CDC& dc, CSize window, int top);
 /* A vertical or horizontal gradient, left out where the context shows nothing of it. */
 void PaintGradient(CDC& dc, const RECT& rect, COLORREF first, COLORREF second, bool horizontal = false);
 
-/* The system's menu font at a semi-bold weight: the font of all titles. */
+/* The system's menu font; left without a handle if the system doesn't tell. */
+void CreateMenuFont(CFont& font);
+
+/* The same at a semi-bold weight: the font of all titles. */
 void CreateTitleFont(CFont& font);
 
 /* The size of the system's small icons. */

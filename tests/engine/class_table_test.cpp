@@ -12,6 +12,8 @@
 #include "commonctrls/tool_bar_skin.h"
 #include "controls/animate_skin.h"
 #include "controls/button_skin.h"
+#include "controls/combo_box_skin.h"
+#include "controls/drop_list_skin.h"
 #include "controls/edit_skin.h"
 #include "controls/group_box_skin.h"
 #include "controls/header_skin.h"
@@ -241,6 +243,45 @@ TEST_F(ClassTable, GivesTextsTheirSkins) {
             EXPECT_TRUE(HasSkin<CSkinStatic>(Make(name))) << name;
         EXPECT_TRUE(HasSkin<CSkinEdit>(Make("Edit", ES_MULTILINE | WS_VSCROLL)));
         EXPECT_TRUE(HasSkin<CSkinStatic>(Make("Static", SS_ICON)));
+    }
+}
+
+TEST_F(ClassTable, GivesListsAndComboBoxesTheirSkins) {
+    for (ControlsVersion version : {ControlsVersion::V5, ControlsVersion::V6}) {
+        ControlsWorld world(version);
+        for (const char* name : {"ListBox", "LISTBOX", "listbox"})
+            EXPECT_TRUE(HasSkin<CSkinListBox>(Make(name))) << name;
+        for (const char* name : {"ComboBox", "Combobox", "COMBOBOX", "cOmBoBoX"}) {
+            HWND combo = Make(name, CBS_DROPDOWN);
+            ASSERT_TRUE(HasSkin<CSkinComboBox>(combo)) << name;
+            COMBOBOXINFO parts{};
+            parts.cbSize = sizeof parts;
+            ASSERT_TRUE(::GetComboBoxInfo(combo, &parts));
+            EXPECT_TRUE(HasSkin<CSkinDropList>(parts.hwndList));
+            EXPECT_TRUE(HasSkin<CSkinEdit>(parts.hwndItem));
+            const auto* skin = static_cast<const CSkinComboBox*>(HeadOf(combo));
+            EXPECT_EQ(skin->editWnd, parts.hwndItem) << "paired with the edit";
+            EXPECT_FALSE(skin->isComboBoxEx);
+            ::SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("One"));
+            EXPECT_EQ(::SendMessageA(combo, CB_GETCOUNT, 0, 0), 1) << "and with the list";
+            ::DestroyWindow(combo);
+        }
+        for (const char* name : {"ComboBoxEx32", "COMBOBOXEX32"}) {
+            HWND outer = Make(name, CBS_DROPDOWNLIST);
+            ASSERT_TRUE(HasSkin<CSkinComboBox>(outer)) << name;
+            EXPECT_TRUE(static_cast<const CSkinComboBox*>(HeadOf(outer))->isComboBoxEx);
+            HWND inner = ::FindWindowExA(outer, nullptr, "ComboBox", nullptr);
+            ASSERT_TRUE(HasSkin<CSkinComboBox>(inner));
+            EXPECT_FALSE(static_cast<const CSkinComboBox*>(HeadOf(inner))->isComboBoxEx);
+            ::DestroyWindow(outer);
+        }
+        for (const char* name : {"ComboLBox", "COMBOLBOX"})
+            EXPECT_TRUE(HasSkin<CSkinDropList>(Make(name))) << name << " without a combo box";
+        // An edit's parent is a combo box only if its skin is one.
+        HWND button = Make("Button");
+        HWND inside =
+            ::CreateWindowExA(0, "Edit", "", WS_CHILD, 0, 0, 9, 9, button, nullptr, nullptr, nullptr);
+        EXPECT_TRUE(HasSkin<CSkinEdit>(inside));
     }
 }
 
