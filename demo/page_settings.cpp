@@ -1,4 +1,4 @@
-/* A settings dialog as real programs have it: labels, edits of every kind, combo boxes of all styles, list
+/* A settings dialog as real programs have it: labels, edits of every kind, combo boxes, list
    boxes, group boxes, a trackbar and an animation; with a group of settings that are locked. */
 #include <windows.h>
 
@@ -67,13 +67,13 @@ void add_appearance(DialogTemplate& dialog) {
         .add("STATIC", "&Zoom:", -1, SS_LEFT, {268, 42, 30, 9})
         .add(TRACKBAR_CLASSA, "", id_zoom, TBS_AUTOTICKS | WS_TABSTOP, {296, 37, 88, 18})
         .add("STATIC", "Text &size:", -1, SS_LEFT, {268, 60, 34, 9})
-        .add("COMBOBOX", "", id_size, CBS_SIMPLE | combo, {268, 71, 34, 56})
-        .add("BUTTON", "Show &ruler", id_units, BS_AUTOCHECKBOX | WS_TABSTOP, {314, 62, 68, 10})
-        .add("BUTTON", "&Warn on close", id_warn, BS_AUTOCHECKBOX | WS_TABSTOP, {314, 76, 68, 10})
-        .add("BUTTON", "&Metric", id_metric, BS_AUTORADIOBUTTON | WS_GROUP | WS_TABSTOP, {314, 92, 60, 10})
-        .add("BUTTON", "&Imperial", -1, BS_AUTORADIOBUTTON, {314, 104, 60, 10})
-        .add(ANIMATE_CLASSA, "", id_spinner, ACS_TRANSPARENT | ACS_CENTER | ACS_AUTOPLAY, {308, 117, 16, 14})
-        .add("STATIC", "Checking...", -1, SS_LEFT, {328, 120, 54, 9});
+        .add("COMBOBOX", "", id_size, CBS_DROPDOWN | combo, {316, 58, 64, 80})
+        .add("BUTTON", "Show &ruler", id_units, BS_AUTOCHECKBOX | WS_TABSTOP, {268, 80, 68, 10})
+        .add("BUTTON", "&Warn on close", id_warn, BS_AUTOCHECKBOX | WS_TABSTOP, {268, 94, 68, 10})
+        .add("BUTTON", "&Metric", id_metric, BS_AUTORADIOBUTTON | WS_GROUP | WS_TABSTOP, {338, 80, 46, 10})
+        .add("BUTTON", "&Imperial", -1, BS_AUTORADIOBUTTON, {338, 94, 46, 10})
+        .add(ANIMATE_CLASSA, "", id_spinner, ACS_TRANSPARENT | ACS_CENTER | ACS_AUTOPLAY, {268, 112, 16, 14})
+        .add("STATIC", "Looking for dictionaries...", -1, SS_LEFT, {288, 115, 92, 9});
 }
 
 void add_lists(DialogTemplate& dialog) {
