@@ -115,6 +115,8 @@ void CSkinMenu::DrawItem(const DRAWITEMSTRUCT& item, const CSkinMenuItem& record
     });
 
     CDC target(item.hDC);
+    // The system draws a submenu's arrow on it, in places as a picture of two colours.
+    ::SetBkColor(target, tavix::SkinColour(IsSelected(item) ? CLR_MENU_SEL_BACK : CLR_MENU_TEXT_BACK));
     if (item.itemState & ODS_CHECKED)
         DrawCheckMark(target, item, record, stripe);
     else if (record.m_pImageList)
