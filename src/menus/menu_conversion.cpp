@@ -1,4 +1,5 @@
 // The items of a popup's menu, changed to owner-draw and back. Members are those of menu_skin.h.
+#include <algorithm>
 #include <utility>
 
 #include "menus/menu_skin.h"
@@ -11,7 +12,7 @@ constexpr UINT kUnknownState = static_cast<UINT>(-1);
 MENUITEMINFOA ReadItem(HMENU menu, int position) {
     MENUITEMINFOA info{};
     info.cbSize = sizeof info;
-    info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_SUBMENU | MIIM_DATA;
+    info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_SUBMENU | MIIM_DATA | MIIM_BITMAP;
     if (!::GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info)) info.fMask = 0;
     return info;
 }
@@ -21,9 +22,15 @@ void WriteItem(HMENU menu, int position, MENUITEMINFOA info, UINT mask) {
     ::SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
 }
 
+/* At most 255 characters of it. Read whole first: some systems leave a cut text without its end. */
 CString CaptionOf(HMENU menu, int position) {
-    char text[256] = {};
-    ::GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+    constexpr int kLongest = 255;
+    const UINT item = static_cast<UINT>(position);
+    const int length = ::GetMenuStringA(menu, item, nullptr, 0, MF_BYPOSITION);
+    CString text;
+    if (length <= 0) return text;
+    const int copied = ::GetMenuStringA(menu, item, text.GetBuffer(length), length + 1, MF_BYPOSITION);
+    text.ReleaseBuffer(std::min(copied, kLongest));
     return text;
 }
 
@@ -86,7 +93,7 @@ void CSkinMenu::ConvertItems() {
         UINT mask = MIIM_DATA;
         if (record->IsConverted()) {
             mask |= MIIM_FTYPE | MIIM_ID;
-            // A bitmap stays the item's; as a type it can't be set.
+            // A bitmap stays the item's; only the type that stands for a bare one goes.
             converted.fType = (saved.fType & ~static_cast<UINT>(MFT_BITMAP)) | MFT_OWNERDRAW;
             converted.wID = static_cast<UINT>(record->m_nID);
         }
@@ -135,14 +142,17 @@ void CSkinMenu::RestoreItem(const CSkinMenuItem& record) const {
     if (!mask && (!isSameItem || tavix::ThreadMenus().RecordOf(info.dwItemData))) return;
     if (record.IsConverted() && (info.fType & MFT_OWNERDRAW)) {
         // What the conversion changed goes back; what the host changed since stays.
-        info.fType ^= converted.fType ^ (saved.fType & ~static_cast<UINT>(MFT_BITMAP));
-        info.fType &= ~static_cast<UINT>(MFT_BITMAP);
-        mask |= MIIM_FTYPE;
+        info.fType ^= converted.fType ^ saved.fType;
+        mask |= info.fType & MFT_BITMAP ? MIIM_TYPE : MIIM_FTYPE;
+        info.dwTypeData = reinterpret_cast<char*>(info.hbmpItem);
     }
     if (info.wID == converted.wID && saved.wID != converted.wID) {
         info.wID = saved.wID;
         mask |= MIIM_ID;
     }
     info.dwItemData = record.m_dwHostItemData;
-    if (mask) WriteItem(m_hMenu, position, info, mask);
+    if (!mask) return;
+    WriteItem(m_hMenu, position, info, mask);
+    // The type of a bare bitmap is set by the low word of its handle.
+    if (mask & MIIM_TYPE) WriteItem(m_hMenu, position, info, MIIM_BITMAP);
 }

@@ -28,7 +28,7 @@ public:
     UINT m_nFlags = 0;  // MF_ bits: the state at the conversion, and what the item became
     /* Icons 0 normal, 1 hot, 2 disabled; the conversion makes none. */
     std::unique_ptr<CImageList> m_pImageList;
-    MENUITEMINFOA m_savedInfo{};      // the item before: type, id, submenu and data
+    MENUITEMINFOA m_savedInfo{};      // the item before: type, id, submenu, bitmap and data
     MENUITEMINFOA m_convertedInfo{};  // type and id as the conversion left them
     CSize m_textSize{-1, -1};         // negative until it is measured
 };

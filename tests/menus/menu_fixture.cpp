@@ -37,7 +37,7 @@ OwnedMenu& OwnedMenu::Radio(UINT id, const char* text) {
 void PrintTo(const ItemFacts& facts, std::ostream* out) {
     *out << std::hex << "{type 0x" << facts.type << ", state 0x" << facts.state << ", id 0x" << facts.id
          << ", submenu " << facts.submenu << ", marks " << facts.checkedMark << " " << facts.uncheckedMark
-         << ", bitmap " << facts.bitmap << ", data 0x" << facts.data << ", \"" << facts.text << "\"}" << std::dec;
+         << ", bitmap " << facts.bitmap << ", data 0x" << facts.data << ", \"" << facts.text.substr(0, 30) << "\"}" << std::dec;
 }
 
 MENUITEMINFOA ItemInfo(HMENU menu, int position, UINT mask) {
