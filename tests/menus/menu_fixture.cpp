@@ -56,7 +56,8 @@ std::vector<ItemFacts> FactsOf(HMENU menu) {
                                                 MIIM_BITMAP | MIIM_DATA);
         char text[1024] = {};
         ::GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
-        facts.push_back({info.fType, info.fState, info.wID, info.hSubMenu, info.hbmpChecked,
+        // The system leaves its selection marked in a menu that is closed.
+        facts.push_back({info.fType, info.fState & ~static_cast<UINT>(MFS_HILITE), info.wID, info.hSubMenu, info.hbmpChecked,
                          info.hbmpUnchecked, info.hbmpItem, info.dwItemData, text});
     }
     return facts;
@@ -142,7 +143,7 @@ LRESULT CALLBACK MenuOwner::Procedure(HWND window, UINT message, WPARAM wParam, 
     if (message == WM_NCCREATE) {
         void* self = reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams;
         ::SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-        static_cast<MenuOwner*>(self)->m_window = window;
+        if (self) static_cast<MenuOwner*>(self)->m_window = window;
     }
     auto* self = reinterpret_cast<MenuOwner*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
     if (!self) return ::DefWindowProcA(window, message, wParam, lParam);
