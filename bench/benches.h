@@ -39,6 +39,7 @@ public:
 void MeasurePainting(Report& report, const NativeWindows& native);
 void MeasureScrollBars(Report& report, const NativeWindows& native);
 void MeasureListViews(Report& report, const NativeWindows& native);
+void MeasureMenus(Report& report);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);

@@ -30,6 +30,7 @@ int main(int argc, char** argv) {
     bench::MeasurePainting(report, native);
     bench::MeasureScrollBars(report, native);
     bench::MeasureListViews(report, native);
+    bench::MeasureMenus(report);
     bench::MeasureMessages(report);
     bench::MeasureInterceptedCalls(report);
     bench::MeasureSwitch(report, skin);
