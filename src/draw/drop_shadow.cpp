@@ -1,5 +1,6 @@
 #include "draw/drop_shadow.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -55,20 +56,24 @@ private:
 
 }  // namespace
 
-void ScreenBackdrop::Capture(const POINT& at, const SIZE& size) {
+void ScreenBackdrop::Capture(const POINT& at, const SIZE& window) {
     m_bits = nullptr;
     m_bitmap.DeleteObject();
-    if (size.cx <= 0 || size.cy <= 0) return;
+    if (window.cx <= 0 || window.cy <= 0) return;
     DibPixel* bits = nullptr;
-    if (!m_bitmap.Attach(CreateDibSection(size.cx, size.cy, &bits))) return;
+    if (!m_bitmap.Attach(CreateDibSection(window.cx, window.cy, &bits))) return;
     const CWindowDC screen(nullptr);
     CMemoryDC memory(screen);
-    if (const SelectionGuard selected(memory, m_bitmap.GetSafeHandle()); selected) {
-        memory.BitBlt(0, 0, size.cx, size.cy, screen, at.x, at.y, SRCCOPY);
-        ::GdiFlush();
-        m_size = size;
-        m_bits = bits;
-    }
+    const SelectionGuard selected(memory, m_bitmap.GetSafeHandle());
+    if (!selected) return;
+    // Reading the screen is slow: no more of it than the shadow needs.
+    const int right = std::max<LONG>(window.cx - kShadowWidth - 1, 0);
+    const int bottom = std::max<LONG>(window.cy - kShadowWidth, 0);
+    memory.BitBlt(right, 0, window.cx - right, window.cy, screen, at.x + right, at.y, SRCCOPY);
+    memory.BitBlt(0, bottom, right, window.cy - bottom, screen, at.x, at.y + bottom, SRCCOPY);
+    ::GdiFlush();
+    m_size = window;
+    m_bits = bits;
 }
 
 void PaintDropShadow(CDC& dc, const SIZE& window, const ScreenBackdrop& backdrop) {

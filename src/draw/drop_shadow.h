@@ -10,11 +10,11 @@ namespace tavix {
 /* How many pixels of a window's right and bottom edges its shadow takes. */
 constexpr int kShadowWidth = 4;
 
-/* What the screen shows where a window is about to appear. */
+/* What the screen shows where the shadow of a window is about to fall. */
 class ScreenBackdrop {
 public:
-    /* Takes a picture of that part of the screen; one that was taken before is dropped. */
-    void Capture(const POINT& at, const SIZE& size);
+    /* Takes the edges of a window of that size, before it shows; what was taken before is dropped. */
+    void Capture(const POINT& at, const SIZE& window);
     explicit operator bool() const { return m_bits != nullptr; }
     /* The pixel as a DIB holds it; 0 outside of what was taken. */
     DWORD At(int x, int y) const {

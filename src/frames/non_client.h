@@ -52,18 +52,8 @@ public:
     void Run(bool wholeWindow, Paint paint) {
         if (!m_dc.GetSafeHdc()) return;
         const CRect whole(0, 0, m_size.cx, m_size.cy);
-        const CRect strips[] = {
-            {0, 0, m_size.cx, m_client.top},
-            {0, m_client.bottom, m_size.cx, m_size.cy},
-            {0, m_client.top, m_client.left, m_client.bottom},
-            {m_client.right, m_client.top, m_size.cx, m_client.bottom},
-        };
-        if (wholeWindow || m_client.IsRectEmpty()) {
-            PaintOffscreen(m_dc, whole, [&](CDC& dc) { paint(dc, m_size); });
-            return;
-        }
-        for (const CRect& strip : strips)
-            if (!strip.IsRectEmpty()) PaintOffscreen(m_dc, strip, [&](CDC& dc) { paint(dc, m_size); });
+        PaintOffscreenAround(m_dc, whole, wholeWindow ? CRect() : m_client,
+                             [&](CDC& dc) { paint(dc, m_size); });
     }
 
 private:

@@ -94,21 +94,24 @@ void CSkinMenu::DrawItem(const DRAWITEMSTRUCT& item, const CSkinMenuItem& record
 
     tavix::PaintOffscreen(item.hDC, full, [&](CDC& dc) {
         ::SetTextColor(dc, ::GetTextColor(item.hDC));
-        // The white ground lies over the stripe too: beneath the marks a popup is white.
-        dc.FillSolidRect(full, kGround);
-        dc.FillSolidRect(textRect, tavix::SkinColour(CLR_MENU_TEXT_BACK));
+        const bool isSeparator = (record.m_nFlags & MF_SEPARATOR) != 0;
+        const bool isSelected = !isSeparator && IsSelected(item);
+        if (isSelected) {
+            const COLORREF line = tavix::SkinColour(CLR_MENU_SEL_BORDER);
+            dc.FillSolidRect(full, tavix::SkinColour(CLR_MENU_SEL_BACK));
+            dc.Draw3dRect(full, line, line);
+        } else {
+            // White lies over the stripe of an item: the skin's stripe shows beneath the items only.
+            if (!stripe.IsRectEmpty()) dc.FillSolidRect(stripe, kGround);
+            dc.FillSolidRect(textRect, tavix::SkinColour(CLR_MENU_TEXT_BACK));
+        }
         textRect.left += 6;
         textRect.right -= 12;
-        if (record.m_nFlags & MF_SEPARATOR) {
+        if (isSeparator) {
             const int middle = full.top + full.Height() / 2;
             dc.FillSolidRect({textRect.left, middle, full.right, middle + 1},
                              tavix::SkinColour(CLR_MENU_SEPARATOR));
         } else {
-            if (IsSelected(item)) {
-                const COLORREF line = tavix::SkinColour(CLR_MENU_SEL_BORDER);
-                dc.FillSolidRect(full, tavix::SkinColour(CLR_MENU_SEL_BACK));
-                dc.Draw3dRect(full, line, line);
-            }
             DrawItemText(dc, item, record, textRect);
         }
         DrawCommandGlyph(dc, item, stripe);

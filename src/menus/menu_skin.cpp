@@ -13,7 +13,6 @@ constexpr int kStripeWidth = 25;  // of the stripe beneath the items' icons
 // Of a popup that casts its own shadow; no skin value changes them.
 constexpr COLORREF kOuterLine = 0xAEAEAE;
 constexpr COLORREF kInnerLine = 0xFFFFF6;
-constexpr int kCaptureMargin = 10;
 
 /* A system that doesn't know the setting is taken to cast shadows. */
 bool HasSystemDropShadow() {
@@ -142,7 +141,7 @@ void CSkinMenu::PaintMargin() const {
 void CSkinMenu::CaptureBackdrop() {
     CRect window;
     GetWindowRect(&window);
-    m_backdrop.Capture(m_ptWindow, {window.Width() + kCaptureMargin, window.Height() + kCaptureMargin});
+    m_backdrop.Capture(m_ptWindow, window.Size());
 }
 
 void CSkinMenu::PaintFrame(HRGN region) const {
@@ -158,10 +157,13 @@ void CSkinMenu::PaintFrame(HRGN region) const {
     client.OffsetRect(origin.x - window.left, origin.y - window.top);
     ::ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
     const CRect whole(CPoint(), window.Size());
+    const bool hasSystemShadow = HasSystemDropShadow();
 
-    tavix::PaintOffscreen(dc, whole, [&](CDC& picture) {
+    CRect hole;
+    ::IntersectRect(&hole, &client, &whole);
+    tavix::PaintOffscreenAround(dc, whole, hole, [&](CDC& picture) {
         picture.FillSolidRect(whole, tavix::SkinColour(CLR_MENU_BACK));
-        if (HasSystemDropShadow()) {
+        if (hasSystemShadow) {
             const COLORREF line = tavix::SkinColour(CLR_MENU_BORDER);
             picture.Draw3dRect(whole, line, line);
             return;
