@@ -12,7 +12,8 @@ struct ColourChange {
     COLORREF to;
 };
 
-/* Gives every pixel of the area that has a colour of the list the new one; the first entry that fits counts. */
+/* Gives every pixel of the area that has a colour of the list the new one; the first entry that fits counts.
+ */
 void ReplaceColours(HDC dc, const RECT& area, std::span<const ColourChange> changes);
 
 }  // namespace tavix

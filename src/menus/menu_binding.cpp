@@ -111,7 +111,8 @@ LRESULT AnswerMenuChar(HMENU menu, char key) {
     bool passedSelected = false;
     for (const auto& item : skin->Items()) {
         const UINT state = ::GetMenuState(menu, static_cast<UINT>(item->m_nPosition), MF_BYPOSITION);
-        if (item->IsConverted() && MnemonicOf(item->m_strText) && Upper(MnemonicOf(item->m_strText)) == Upper(key)) {
+        if (item->IsConverted() && MnemonicOf(item->m_strText) &&
+            Upper(MnemonicOf(item->m_strText)) == Upper(key)) {
             ++matches;
             if (first < 0) first = item->m_nPosition;
             if (next < 0 && passedSelected) next = item->m_nPosition;
@@ -154,7 +155,8 @@ LRESULT ForwardMenuMessage(WNDPROC previous, const MSG& inFlight, LPARAM lParam)
         if (item && item->CtlType == ODT_MENU) return Draw(previous, inFlight, *item);
     } else if (inFlight.message == WM_MENUCHAR) {
         if (const LRESULT answer = Forward(previous, inFlight)) return answer;
-        return AnswerMenuChar(reinterpret_cast<HMENU>(inFlight.lParam), static_cast<char>(LOWORD(inFlight.wParam)));
+        return AnswerMenuChar(reinterpret_cast<HMENU>(inFlight.lParam),
+                              static_cast<char>(LOWORD(inFlight.wParam)));
     }
     return Forward(previous, inFlight);
 }

@@ -22,7 +22,7 @@ public:
 
     ULONG_PTR m_dwHostItemData = 0;  // the item's data before
     DWORD m_dwMarker = 0;
-    CString m_strText;  // with "&" and tab as in the menu
+    CString m_strText;   // with "&" and tab as in the menu
     UINT_PTR m_nID = 0;  // the command, the submenu's handle, or 0 for a separator
     int m_nPosition = 0;
     UINT m_nFlags = 0;  // MF_ bits: the state at the conversion, and what the item became

@@ -14,10 +14,10 @@ namespace tavix {
  * Popups and the windows that own them belong to one thread, so the pairing of the two does too.
  */
 struct MenuState {
-    CMapWordToPtr skins;                // by the low word of their menu's handle; the last one wins
-    CSkinMenu* pendingSkin = nullptr;   // the skin of a window that waits for its menu
-    HMENU pendingMenu = nullptr;        // a menu that waits for its window
-    CMapPtrToPtr records;               // every live record, and the skin that it belongs to
+    CMapWordToPtr skins;               // by the low word of their menu's handle; the last one wins
+    CSkinMenu* pendingSkin = nullptr;  // the skin of a window that waits for its menu
+    HMENU pendingMenu = nullptr;       // a menu that waits for its window
+    CMapPtrToPtr records;              // every live record, and the skin that it belongs to
 
     CSkinMenu* SkinOf(HMENU menu) const;
     void SetSkinOf(HMENU menu, CSkinMenu* skin);

@@ -1,6 +1,6 @@
 // A popup's window and its menu find each other, in whichever order they come.
-#include "menu_fixture.h"
 #include "menus/menu_binding.h"
+#include "menu_fixture.h"
 
 namespace tavix_test {
 namespace {
@@ -76,7 +76,8 @@ TEST_F(MenuBinding, TheHostHearsOfThePopupBeforeItsItemsAreConverted) {
         return 66;
     };
     BarePopup popup;
-    EXPECT_EQ(::SendMessageA(*owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(static_cast<HMENU>(menu)), 0), 66);
+    EXPECT_EQ(::SendMessageA(*owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(static_cast<HMENU>(menu)), 0),
+              66);
     EXPECT_EQ(typeSeen, static_cast<UINT>(MFT_STRING));
     EXPECT_EQ(popup.Skin()->Items().size(), 2u);
 }
@@ -170,7 +171,9 @@ TEST_F(MenuBinding, ADialogBindsItsPopupsToo) {
     menu.Item(1, "One");
     {
         BarePopup popup;
-        EXPECT_EQ(::SendMessageA(dialog, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(static_cast<HMENU>(menu)), 0), 0);
+        EXPECT_EQ(
+            ::SendMessageA(dialog, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(static_cast<HMENU>(menu)), 0),
+            0);
         EXPECT_EQ(popup.Skin()->Menu(), menu);
         EXPECT_EQ(popup.Skin()->OwnerWindow(), dialog);
     }

@@ -146,7 +146,8 @@ TEST_F(MenuConversion, LongCaptionsAreCutInTheRecordOnly) {
 
 TEST_F(MenuConversion, FiveHundredItemsComeBack) {
     OwnedMenu menu;
-    for (UINT i = 0; i < 500; ++i) menu.Item(i + 1, ("Item " + std::to_string(i)).c_str(), i % 3 ? 0 : MF_CHECKED);
+    for (UINT i = 0; i < 500; ++i)
+        menu.Item(i + 1, ("Item " + std::to_string(i)).c_str(), i % 3 ? 0 : MF_CHECKED);
     const std::vector<ItemFacts> before = FactsOf(menu);
     {
         Open open(*owner, menu);

@@ -37,7 +37,8 @@ OwnedMenu& OwnedMenu::Radio(UINT id, const char* text) {
 void PrintTo(const ItemFacts& facts, std::ostream* out) {
     *out << std::hex << "{type 0x" << facts.type << ", state 0x" << facts.state << ", id 0x" << facts.id
          << ", submenu " << facts.submenu << ", marks " << facts.checkedMark << " " << facts.uncheckedMark
-         << ", bitmap " << facts.bitmap << ", data 0x" << facts.data << ", \"" << facts.text.substr(0, 30) << "\"}" << std::dec;
+         << ", bitmap " << facts.bitmap << ", data 0x" << facts.data << ", \"" << facts.text.substr(0, 30)
+         << "\"}" << std::dec;
 }
 
 MENUITEMINFOA ItemInfo(HMENU menu, int position, UINT mask) {
@@ -51,14 +52,14 @@ MENUITEMINFOA ItemInfo(HMENU menu, int position, UINT mask) {
 std::vector<ItemFacts> FactsOf(HMENU menu) {
     std::vector<ItemFacts> facts;
     for (int position = 0, count = ::GetMenuItemCount(menu); position < count; ++position) {
-        const MENUITEMINFOA info = ItemInfo(menu, position,
-                                            MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_CHECKMARKS |
-                                                MIIM_BITMAP | MIIM_DATA);
+        const MENUITEMINFOA info = ItemInfo(
+            menu, position,
+            MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_CHECKMARKS | MIIM_BITMAP | MIIM_DATA);
         char text[1024] = {};
         ::GetMenuStringA(menu, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
         // The system leaves its selection marked in a menu that is closed.
-        facts.push_back({info.fType, info.fState & ~static_cast<UINT>(MFS_HILITE), info.wID, info.hSubMenu, info.hbmpChecked,
-                         info.hbmpUnchecked, info.hbmpItem, info.dwItemData, text});
+        facts.push_back({info.fType, info.fState & ~static_cast<UINT>(MFS_HILITE), info.wID, info.hSubMenu,
+                         info.hbmpChecked, info.hbmpUnchecked, info.hbmpItem, info.dwItemData, text});
     }
     return facts;
 }
@@ -232,8 +233,9 @@ void SystemShadow::Set(BOOL on) {
 }
 
 BarePopup::BarePopup(const CRect& at, DWORD styles)
-    : m_window(::CreateWindowExA(WS_EX_TOOLWINDOW, "#32768", "", WS_POPUP | styles, at.left, at.top, at.Width(),
-                                 at.Height(), nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr)) {
+    : m_window(::CreateWindowExA(WS_EX_TOOLWINDOW, "#32768", "", WS_POPUP | styles, at.left, at.top,
+                                 at.Width(), at.Height(), nullptr, nullptr, ::GetModuleHandleA(nullptr),
+                                 nullptr)) {
     EXPECT_NE(m_window, nullptr);
 }
 
@@ -253,8 +255,8 @@ HWND MakeEmptyDialog() {
     description.head.style = WS_POPUP | WS_VISIBLE | WS_CAPTION;
     description.head.cx = 100;
     description.head.cy = 60;
-    HWND dialog = ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &description.head, nullptr,
-                                               &IdleDialog, 0);
+    HWND dialog =
+        ::CreateDialogIndirectParamA(::GetModuleHandleA(nullptr), &description.head, nullptr, &IdleDialog, 0);
     EXPECT_NE(dialog, nullptr);
     return dialog;
 }

@@ -1,4 +1,5 @@
-/* What the tests of popup menus share: owners, menus of every kind of item, popups with and without a user. */
+/* What the tests of popup menus share: owners, menus of every kind of item, popups with and without a user.
+ */
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 // The popup's own window: each message of its skin, the frame, the shadow.
 
-
 #include "menu_fixture.h"
 
 namespace tavix_test {
@@ -233,7 +232,9 @@ private:
 };
 
 COLORREF Darkened(int amount, COLORREF colour) {
-    const auto channel = [amount](BYTE value) { return static_cast<BYTE>(::MulDiv(value, 255 - amount, 255)); };
+    const auto channel = [amount](BYTE value) {
+        return static_cast<BYTE>(::MulDiv(value, 255 - amount, 255));
+    };
     return RGB(channel(GetRValue(colour)), channel(GetGValue(colour)), channel(GetBValue(colour)));
 }
 
@@ -394,7 +395,8 @@ TEST_F(MenuFrame, TinyPopupsArePaintedToo) {
         PaintReferenceShadow(expected, [](int x, int y) { return Pattern::At(x + 20, y + 20); });
         EXPECT_EQ(shown, expected) << side;
     }
-    for (const int side : {1, 2, 3, 4}) {  // no client area is left, and what the system makes of that is its own
+    for (const int side :
+         {1, 2, 3, 4}) {  // no client area is left, and what the system makes of that is its own
         BarePopup popup({300, 200, 300 + side, 200 + side});
         Bind(popup);
         popup.Show();

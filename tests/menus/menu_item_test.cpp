@@ -111,7 +111,8 @@ protected:
         return size;
     }
     Reference Plain() const {
-        return {kWhite, Colour(CLR_MENU_TEXT_BACK), Colour(CLR_MENU_TEXT_BACK), ::GetSysColor(COLOR_WINDOWTEXT)};
+        return {kWhite, Colour(CLR_MENU_TEXT_BACK), Colour(CLR_MENU_TEXT_BACK),
+                ::GetSysColor(COLOR_WINDOWTEXT)};
     }
     Reference Selected() const {
         const COLORREF ground = Colour(CLR_MENU_SEL_BACK);
@@ -321,9 +322,8 @@ TEST_F(MenuItem, AHostsOwnCheckBitmapOnlyChoosesTheOtherMark) {
 }
 
 TEST_F(MenuItem, MarksAreTransparentWhereTheKeyStandsAndCutAtSixteen) {
-    skin.SetBitmap(BMP_MENU_CHECK, 30, 30, [](int x, int y) {
-        return (x + y) % 2 ? kMarkKey : RGB(x, y, 77);
-    });
+    skin.SetBitmap(BMP_MENU_CHECK, 30, 30,
+                   [](int x, int y) { return (x + y) % 2 ? kMarkKey : RGB(x, y, 77); });
     ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1);
     menu->Item(1, "");
     Open();
@@ -334,7 +334,8 @@ TEST_F(MenuItem, MarksAreTransparentWhereTheKeyStandsAndCutAtSixteen) {
             for (int x = 0; x < 210; ++x) {
                 const int markX = x - 6;
                 const int markY = y - 5;
-                const bool isMark = markX >= 0 && markX < 16 && markY >= 0 && markY < 16 && (markX + markY) % 2 == 0;
+                const bool isMark =
+                    markX >= 0 && markX < 16 && markY >= 0 && markY < 16 && (markX + markY) % 2 == 0;
                 ASSERT_EQ(marked.At(x, y), isMark ? RGB(markX, markY, 77) : plain.At(x, y)) << x << ", " << y;
             }
         }
@@ -355,7 +356,8 @@ TEST_F(MenuItem, SmallAndMissingMarksAreHarmless) {
 // ---------------------------------------------------------------- system commands
 
 /* The stripe of an item with a glyph, by the platform's own operations. */
-Picture GlyphStripe(char glyph, LONG weight, std::vector<std::pair<POINT, COLORREF>> passes, COLORREF ground) {
+Picture GlyphStripe(char glyph, LONG weight, std::vector<std::pair<POINT, COLORREF>> passes,
+                    COLORREF ground) {
     Canvas canvas(210, 40, ground);
     LOGFONTA description{};
     description.lfHeight = -11;  // the item's 23 brought near 16, less two on each side
@@ -400,7 +402,8 @@ TEST_F(MenuItem, FourSystemCommandsShowTheirGlyph) {
         ASSERT_LT(plain.CountOf(kWhite), 17 * 23 - 5) << "there is something to be seen";
         ExpectSameStripe(Drawn(i, ODS_DEFAULT), GlyphStripe(glyph, 700, {{{0, 0}, text}}, kWhite));
         ExpectSameStripe(Drawn(i, ODS_GRAYED), GlyphStripe(glyph, 400, {{{0, 0}, grey}}, kWhite));
-        ExpectSameStripe(Drawn(i, ODS_GRAYED | ODS_SELECTED), GlyphStripe(glyph, 400, {{{0, 0}, grey}}, selected));
+        ExpectSameStripe(Drawn(i, ODS_GRAYED | ODS_SELECTED),
+                         GlyphStripe(glyph, 400, {{{0, 0}, grey}}, selected));
         ExpectSameStripe(Drawn(i, ODS_INACTIVE), GlyphStripe(glyph, 400, {{{0, 0}, grey}}, kWhite));
         // Embossed; the upper pass is in the context's own colour, black.
         ExpectSameStripe(Drawn(i, ODS_SELECTED),

@@ -53,33 +53,34 @@ TEST_F(MenuPopup, APopupIsBoundToItsMenuAndPainted) {
     OwnedMenu menu;
     menu.Item(1, "First").Item(2, "Second");
     owner->Track(menu, {[&] {
-        HWND popup = PopupOf(menu);
-        ASSERT_NE(popup, nullptr);
-        EXPECT_EQ(SkinOfPopup(popup)->OwnerWindow(), *owner);
-        EXPECT_EQ(SkinOfPopup(popup)->WindowPosition(), (POINT{300, 200}));
-        EXPECT_TRUE(SkinOfPopup(popup)->HasBackdrop());
-        const Picture client = PictureOfClient(popup);
-        EXPECT_GT(client.CountOf(Colour(CLR_MENU_TEXT_BACK)), client.width * client.height / 3);
-        EXPECT_GT(client.CountOf(::GetSysColor(COLOR_WINDOWTEXT)), 10);
-        EXPECT_EQ(client.At(0, 0), Colour(CLR_MENU_STRIPE)) << "no border of the system's is left";
-        EXPECT_EQ(client.At(client.width - 1, client.height - 1), Colour(CLR_MENU_BACK));
-    }});
+                     HWND popup = PopupOf(menu);
+                     ASSERT_NE(popup, nullptr);
+                     EXPECT_EQ(SkinOfPopup(popup)->OwnerWindow(), *owner);
+                     EXPECT_EQ(SkinOfPopup(popup)->WindowPosition(), (POINT{300, 200}));
+                     EXPECT_TRUE(SkinOfPopup(popup)->HasBackdrop());
+                     const Picture client = PictureOfClient(popup);
+                     EXPECT_GT(client.CountOf(Colour(CLR_MENU_TEXT_BACK)), client.width * client.height / 3);
+                     EXPECT_GT(client.CountOf(::GetSysColor(COLOR_WINDOWTEXT)), 10);
+                     EXPECT_EQ(client.At(0, 0), Colour(CLR_MENU_STRIPE))
+                         << "no border of the system's is left";
+                     EXPECT_EQ(client.At(client.width - 1, client.height - 1), Colour(CLR_MENU_BACK));
+                 }});
 }
 
 TEST_F(MenuPopup, AllItemsFitTheirPopup) {
     OwnedMenu menu;
     AppendEveryKind(menu, Bitmap());
     owner->Track(menu, {[&] {
-        HWND popup = PopupOf(menu);
-        ASSERT_NE(popup, nullptr);
-        CRect client;
-        ::GetClientRect(popup, &client);
-        for (int position = 0; position < ::GetMenuItemCount(menu); ++position) {
-            const CRect place = PlaceInPopup(popup, menu, static_cast<UINT>(position));
-            EXPECT_LE(place.right, client.right) << position;
-            EXPECT_LE(place.bottom, client.bottom) << position;
-        }
-    }});
+                     HWND popup = PopupOf(menu);
+                     ASSERT_NE(popup, nullptr);
+                     CRect client;
+                     ::GetClientRect(popup, &client);
+                     for (int position = 0; position < ::GetMenuItemCount(menu); ++position) {
+                         const CRect place = PlaceInPopup(popup, menu, static_cast<UINT>(position));
+                         EXPECT_LE(place.right, client.right) << position;
+                         EXPECT_LE(place.bottom, client.bottom) << position;
+                     }
+                 }});
 }
 
 TEST_F(MenuPopup, KeysChooseAnItem) {
@@ -92,11 +93,13 @@ TEST_F(MenuPopup, TheSelectionFollowsTheKeysInTheSkinsColours) {
     OwnedMenu menu;
     menu.Item(1, "First").Item(2, "Second");
     const auto selected = [&] { return PictureOfClient(PopupOf(menu)).CountOf(Colour(CLR_MENU_SEL_BACK)); };
-    owner->Track(menu, {[&] { EXPECT_EQ(selected(), 0); }, Typing(VK_DOWN), [&] { EXPECT_GT(selected(), 500); },
-                        Typing(VK_DOWN), [&] {
+    owner->Track(menu, {[&] { EXPECT_EQ(selected(), 0); }, Typing(VK_DOWN),
+                        [&] { EXPECT_GT(selected(), 500); }, Typing(VK_DOWN),
+                        [&] {
                             EXPECT_GT(selected(), 500);
                             const Picture client = PictureOfClient(PopupOf(menu));
-                            EXPECT_EQ(client.At(client.width / 2, client.height - 6), Colour(CLR_MENU_SEL_BACK));
+                            EXPECT_EQ(client.At(client.width / 2, client.height - 6),
+                                      Colour(CLR_MENU_SEL_BACK));
                         }});
 }
 
@@ -116,7 +119,8 @@ TEST_F(MenuPopup, TheMouseChoosesAnItem) {
             ::SendInput(1, &input, sizeof input);
         };
     };
-    EXPECT_EQ(owner->Track(menu, {point, [] {}, [&] {
+    EXPECT_EQ(owner->Track(menu, {point, [] {},
+                                  [&] {
                                       const Picture client = PictureOfClient(PopupOf(menu));
                                       EXPECT_GT(client.CountOf(Colour(CLR_MENU_SEL_BACK)), 500);
                                   },
@@ -139,28 +143,28 @@ TEST_F(MenuPopup, SubmenusHavePopupsOfTheirOwn) {
     ::AppendMenuA(submenu, MF_STRING | MF_CHECKED, 12, "Checked");
     const std::vector<ItemFacts> before = FactsOf(submenu);
     Picture parentBefore;
-    EXPECT_EQ(owner->Track(menu, {Typing(VK_DOWN), Typing(VK_DOWN),
-                                  [&] { parentBefore = PictureOfWindow(PopupOf(menu)); },
-                                  Typing(VK_RIGHT),
-                                  [&] {
-                                      HWND popup = PopupOf(submenu);
-                                      ASSERT_NE(popup, nullptr);
-                                      EXPECT_EQ(ShownPopups().size(), 2u);
-                                      EXPECT_NE(popup, PopupOf(menu));
-                                      EXPECT_FALSE(SkinOfPopup(popup)->IsSubMenu());
-                                      EXPECT_GT(PictureOfClient(popup).CountOf(
-                                                    TestSkin::ColourOfBitmap(BMP_MENU_CHECK)),
-                                                20);
-                                  },
-                                  Typing(VK_LEFT),
-                                  [&] {
-                                      EXPECT_EQ(PopupOf(submenu), nullptr);
-                                      EXPECT_EQ(FactsOf(submenu), before) << "given back while the parent shows";
-                                      EXPECT_EQ(PictureOfWindow(PopupOf(menu)), parentBefore)
-                                          << "and the parent is as it was";
-                                  },
-                                  Typing(VK_RIGHT), Typing(VK_DOWN), Typing(VK_RETURN)}),
-              12u);
+    EXPECT_EQ(
+        owner->Track(menu, {Typing(VK_DOWN), Typing(VK_DOWN),
+                            [&] { parentBefore = PictureOfWindow(PopupOf(menu)); }, Typing(VK_RIGHT),
+                            [&] {
+                                HWND popup = PopupOf(submenu);
+                                ASSERT_NE(popup, nullptr);
+                                EXPECT_EQ(ShownPopups().size(), 2u);
+                                EXPECT_NE(popup, PopupOf(menu));
+                                EXPECT_FALSE(SkinOfPopup(popup)->IsSubMenu());
+                                EXPECT_GT(
+                                    PictureOfClient(popup).CountOf(TestSkin::ColourOfBitmap(BMP_MENU_CHECK)),
+                                    20);
+                            },
+                            Typing(VK_LEFT),
+                            [&] {
+                                EXPECT_EQ(PopupOf(submenu), nullptr);
+                                EXPECT_EQ(FactsOf(submenu), before) << "given back while the parent shows";
+                                EXPECT_EQ(PictureOfWindow(PopupOf(menu)), parentBefore)
+                                    << "and the parent is as it was";
+                            },
+                            Typing(VK_RIGHT), Typing(VK_DOWN), Typing(VK_RETURN)}),
+        12u);
     EXPECT_EQ(FactsOf(submenu), before);
 }
 
@@ -173,12 +177,12 @@ TEST_F(MenuPopup, MenusComeBackHoweverTheyEnd) {
     const std::vector<ItemFacts> before = FactsOf(menu);
     const std::vector<ItemFacts> beforeInside = FactsOf(submenu);
     const std::vector<std::vector<MenuOwner::Step>> ways = {
-        {},                                                                          // the program ends it
-        {Typing(VK_ESCAPE)},                                                         // cancelled
+        {},                   // the program ends it
+        {Typing(VK_ESCAPE)},  // cancelled
         {Typing(VK_DOWN), Typing(VK_DOWN), Typing(VK_RIGHT), Typing(VK_ESCAPE), Typing(VK_ESCAPE)},
-        {Typing(VK_DOWN), Typing(VK_DOWN), Typing(VK_RIGHT)},                        // both at once
-        {Typing(VK_DOWN), Typing(VK_RETURN)},                                        // chosen
-        {Typing(VK_DOWN), Typing(VK_DOWN), Typing(VK_RIGHT), Typing(VK_RETURN)},     // chosen inside
+        {Typing(VK_DOWN), Typing(VK_DOWN), Typing(VK_RIGHT)},                     // both at once
+        {Typing(VK_DOWN), Typing(VK_RETURN)},                                     // chosen
+        {Typing(VK_DOWN), Typing(VK_DOWN), Typing(VK_RIGHT), Typing(VK_RETURN)},  // chosen inside
         {[&] { ::SendMessageA(*owner, WM_CANCELMODE, 0, 0); }},
     };
     for (std::size_t way = 0; way < ways.size(); ++way) {
@@ -243,18 +247,18 @@ TEST_F(MenuPopup, HostDrawnItemsReachTheHostWithItsOwnData) {
         }
         return {};
     };
-    EXPECT_EQ(owner->Track(menu, {[&] {
-                                      HWND popup = PopupOf(menu);
-                                      const CRect place = PlaceInPopup(popup, menu, 1);
-                                      EXPECT_EQ(place.Height(), 33);
-                                      EXPECT_EQ(PictureOfClient(popup).CountOf(::GetSysColor(COLOR_BTNFACE)), 0);
-                                  },
-                                  Typing(VK_DOWN), Typing(VK_DOWN),
-                                  [&] {
-                                      EXPECT_GT(PictureOfClient(PopupOf(menu)).CountOf(Colour(CLR_HIGHLIGHT)), 1000);
-                                  },
-                                  Typing(VK_RETURN)}),
-              20u);
+    EXPECT_EQ(
+        owner->Track(menu,
+                     {[&] {
+                          HWND popup = PopupOf(menu);
+                          const CRect place = PlaceInPopup(popup, menu, 1);
+                          EXPECT_EQ(place.Height(), 33);
+                          EXPECT_EQ(PictureOfClient(popup).CountOf(::GetSysColor(COLOR_BTNFACE)), 0);
+                      },
+                      Typing(VK_DOWN), Typing(VK_DOWN),
+                      [&] { EXPECT_GT(PictureOfClient(PopupOf(menu)).CountOf(Colour(CLR_HIGHLIGHT)), 1000); },
+                      Typing(VK_RETURN)}),
+        20u);
     ASSERT_FALSE(measured.empty());
     ASSERT_GE(drawn.size(), 2u);
     for (const ULONG_PTR data : measured) EXPECT_EQ(data, 0x5555u);
@@ -263,8 +267,8 @@ TEST_F(MenuPopup, HostDrawnItemsReachTheHostWithItsOwnData) {
 
 TEST_F(MenuPopup, ASystemMenuShowsTheCloseGlyph) {
     { const MenuOwner registersTheClass("Tavix_PaneA"); }
-    HWND frame = ::CreateWindowExA(0, "Tavix_PaneA", "frame", WS_OVERLAPPEDWINDOW, 100, 100, 300, 200, nullptr,
-                                   nullptr, ::GetModuleHandleA(nullptr), nullptr);
+    HWND frame = ::CreateWindowExA(0, "Tavix_PaneA", "frame", WS_OVERLAPPEDWINDOW, 100, 100, 300, 200,
+                                   nullptr, nullptr, ::GetModuleHandleA(nullptr), nullptr);
     ASSERT_NE(frame, nullptr);
     HMENU menu = ::GetSystemMenu(frame, FALSE);
     int close = 0;
@@ -272,20 +276,20 @@ TEST_F(MenuPopup, ASystemMenuShowsTheCloseGlyph) {
     owner->Track(menu);  // the system greys what the window can't do
     const std::vector<ItemFacts> before = FactsOf(menu);
     owner->Track(menu, {[&] {
-        HWND popup = PopupOf(menu);
-        ASSERT_NE(popup, nullptr);
-        const Picture client = PictureOfClient(popup);
-        const auto darkIn = [&](int position) {
-            CRect place = PlaceInPopup(popup, menu, static_cast<UINT>(position));
-            place.OffsetRect(-1, -1);  // of the frame
-            int dark = 0;
-            for (int y = place.top + 3; y < place.bottom - 3; ++y)
-                for (int x = place.left; x < 20; ++x) dark += GetRValue(client.At(x, y)) < 128;
-            return dark;
-        };
-        EXPECT_GT(darkIn(close), 5);
-        EXPECT_EQ(darkIn(1), 0) << "moving has no picture";
-    }});
+                     HWND popup = PopupOf(menu);
+                     ASSERT_NE(popup, nullptr);
+                     const Picture client = PictureOfClient(popup);
+                     const auto darkIn = [&](int position) {
+                         CRect place = PlaceInPopup(popup, menu, static_cast<UINT>(position));
+                         place.OffsetRect(-1, -1);  // of the frame
+                         int dark = 0;
+                         for (int y = place.top + 3; y < place.bottom - 3; ++y)
+                             for (int x = place.left; x < 20; ++x) dark += GetRValue(client.At(x, y)) < 128;
+                         return dark;
+                     };
+                     EXPECT_GT(darkIn(close), 5);
+                     EXPECT_EQ(darkIn(1), 0) << "moving has no picture";
+                 }});
     EXPECT_EQ(FactsOf(menu), before);
     ::DestroyWindow(frame);
 }
@@ -296,10 +300,10 @@ TEST_F(MenuPopup, APopupOfAnUnskinnedWindowKeepsItsItems) {
     OwnedMenu menu;
     menu.Item(1, "First");
     plain.Track(menu, {[&] {
-        ASSERT_EQ(ShownPopups().size(), 1u);
-        EXPECT_EQ(SkinOfPopup(ShownPopups()[0])->Menu(), nullptr);
-        EXPECT_EQ(ItemInfo(menu, 0, MIIM_FTYPE).fType, static_cast<UINT>(MFT_STRING));
-    }});
+                    ASSERT_EQ(ShownPopups().size(), 1u);
+                    EXPECT_EQ(SkinOfPopup(ShownPopups()[0])->Menu(), nullptr);
+                    EXPECT_EQ(ItemInfo(menu, 0, MIIM_FTYPE).fType, static_cast<UINT>(MFT_STRING));
+                }});
     // The next popup of a skinned window is not disturbed.
     owner->Track(menu, {[&] { EXPECT_NE(PopupOf(menu), nullptr); }});
 }
@@ -366,9 +370,9 @@ TEST_F(MenuPopup, TheOwnerMayEndWhileItsPopupIsOpen) {
     MenuOwner victim;
     ASSERT_TRUE(BringToFront(victim));
     victim.Track(menu, {[&] {
-        ::EndMenu();  // no menu loop lives without its owner
-        victim.Destroy();
-    }});
+                     ::EndMenu();  // no menu loop lives without its owner
+                     victim.Destroy();
+                 }});
     PumpMessages(50);
     EXPECT_EQ(FactsOf(menu), before);
     EXPECT_TRUE(ShownPopups().empty());
