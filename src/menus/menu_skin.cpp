@@ -20,6 +20,20 @@ bool HasSystemDropShadow() {
     return !::SystemParametersInfoA(SPI_GETDROPSHADOW, 0, &hasShadow, 0) || hasShadow;
 }
 
+/* A frame of one pixel inside the rectangle; of its lines only those that show on the context. */
+void DrawLines(CDC& dc, const RECT& rect, COLORREF colour) {
+    RECT shown;
+    ::GetClipBox(dc, &shown);
+    const RECT lines[] = {{rect.left, rect.top, rect.right, rect.top + 1},
+                          {rect.left, rect.top, rect.left + 1, rect.bottom},
+                          {rect.right - 1, rect.top, rect.right, rect.bottom},
+                          {rect.left, rect.bottom - 1, rect.right, rect.bottom}};
+    for (const RECT& line : lines) {
+        RECT part;
+        if (::IntersectRect(&part, &line, &shown)) dc.FillSolidRect(part, colour);
+    }
+}
+
 /* What the skin's frame takes at the right and at the bottom. */
 int FarBorder() { return HasSystemDropShadow() ? 1 : tavix::kShadowWidth + 1; }
 
@@ -164,13 +178,12 @@ void CSkinMenu::PaintFrame(HRGN region) const {
     tavix::PaintOffscreenAround(dc, whole, hole, [&](CDC& picture) {
         picture.FillSolidRect(whole, tavix::SkinColour(CLR_MENU_BACK));
         if (hasSystemShadow) {
-            const COLORREF line = tavix::SkinColour(CLR_MENU_BORDER);
-            picture.Draw3dRect(whole, line, line);
+            DrawLines(picture, whole, tavix::SkinColour(CLR_MENU_BORDER));
             return;
         }
-        CRect frame(0, 0, whole.right - tavix::kShadowWidth, whole.bottom - tavix::kShadowWidth);
-        picture.Draw3dRect({1, 1, frame.right, frame.bottom}, kInnerLine, kInnerLine);
-        picture.Draw3dRect(frame, kOuterLine, kOuterLine);
+        const CRect frame(0, 0, whole.right - tavix::kShadowWidth, whole.bottom - tavix::kShadowWidth);
+        DrawLines(picture, {1, 1, frame.right, frame.bottom}, kInnerLine);
+        DrawLines(picture, frame, kOuterLine);
         tavix::PaintDropShadow(picture, whole.Size(), m_backdrop);
     });
 }
