@@ -52,6 +52,7 @@ void MeasureListBoxes(Report& report, const NativeWindows& native);
 void MeasureControls(Report& report, const NativeWindows& native);
 void MeasureCommonControls(Report& report, const NativeWindows& native);
 void MeasureComboBoxes(Report& report, const NativeWindows& native);
+void MeasureMenus(Report& report);
 void MeasureMessages(Report& report);
 void MeasureInterceptedCalls(Report& report);
 void MeasureSwitch(Report& report, const std::string& skin);

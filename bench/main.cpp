@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
     if (wanted("combo-boxes")) bench::MeasureComboBoxes(report, native);
     if (wanted("controls")) bench::MeasureControls(report, native);
     if (wanted("common-controls")) bench::MeasureCommonControls(report, native);
+    if (wanted("menus")) bench::MeasureMenus(report);
     if (wanted("messages")) bench::MeasureMessages(report);
     if (wanted("intercepted-calls")) bench::MeasureInterceptedCalls(report);
     if (wanted("switch")) bench::MeasureSwitch(report, skin);

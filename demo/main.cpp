@@ -43,7 +43,13 @@ void take_picture(const Page& page, const std::filesystem::path& folder) {
         page.pose(stage, mouse);
         settle(settling_milliseconds);
     }
-    ScreenPicture(picture_area(stage)).write(folder / (std::string(page.name) + ".png"));
+    const auto shoot = [&] {
+        ScreenPicture(picture_area(stage)).write(folder / (std::string(page.name) + ".png"));
+    };
+    if (page.show_menu)
+        page.show_menu(stage, shoot);
+    else
+        shoot();
 }
 
 std::filesystem::path make_folder(const std::string& name) {

@@ -1,6 +1,7 @@
 /* A page of the gallery: a family of windows under the skin. */
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -17,6 +18,9 @@ struct Page {
     /* Puts the mouse where a picture of the page wants it; null if it wants none. Not called for a user,
        who has a mouse of their own. */
     void (*pose)(const Stage& stage, Mouse& mouse);
+    /* Opens a menu for a picture. Menus are modal: it calls `take_picture` while the menu shows, and
+       closes it. Null if the picture shows none; not called for a user either. */
+    void (*show_menu)(const Stage& stage, const std::function<void()>& take_picture) = nullptr;
 };
 
 /* All pages, in the order of the menu. */
@@ -48,5 +52,9 @@ void pose_tool_bars_hot(const Stage& stage, Mouse& mouse);
 void open_splitters(Stage& stage);
 void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
 void open_scroll_hosts(Stage& stage);
+void open_menus(Stage& stage);
+void show_context_menu(const Stage& stage, const std::function<void()>& take_picture);
+void show_host_drawn_menu(const Stage& stage, const std::function<void()>& take_picture);
+void show_system_menu(const Stage& stage, const std::function<void()>& take_picture);
 
 }  // namespace gallery

@@ -28,6 +28,9 @@ constexpr Page pages[] = {
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
     {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},
+    {"menus", "Menus (click with the right button)", open_menus, nullptr, show_context_menu},
+    {"menus-host-drawn", "Menus (look at the labels)", open_menus, nullptr, show_host_drawn_menu},
+    {"menus-system", "Menus (open the window's own)", open_menus, nullptr, show_system_menu},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "draw/bitmap_draw.h"
 #include "draw/bitmap_region.h"
+#include "draw/menu_font.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
 #include "frames/non_client.h"

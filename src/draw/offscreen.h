@@ -42,4 +42,24 @@ void PaintOffscreen(HDC target, const RECT& area, Paint paint) {
     surface.Present();
 }
 
+/*
+ * Runs paint(dc) off-screen for each strip of `whole` around the hole, and shows each with one blit;
+ * without a hole, for all of it. The hole lies within.
+ */
+template <class Paint>
+void PaintOffscreenAround(HDC target, const CRect& whole, const CRect& hole, Paint paint) {
+    if (hole.IsRectEmpty()) {
+        PaintOffscreen(target, whole, paint);
+        return;
+    }
+    const CRect strips[] = {
+        {whole.left, whole.top, whole.right, hole.top},
+        {whole.left, hole.bottom, whole.right, whole.bottom},
+        {whole.left, hole.top, hole.left, hole.bottom},
+        {hole.right, hole.top, whole.right, hole.bottom},
+    };
+    for (const CRect& strip : strips)
+        if (!strip.IsRectEmpty()) PaintOffscreen(target, strip, paint);
+}
+
 }  // namespace tavix

@@ -18,6 +18,7 @@
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
+#include "menus/menu_skin.h"
 #include "scroll/scroll_host.h"
 #include "scroll/skin_scroll_bar.h"
 #include "tavixskin/framework/module_state.h"
@@ -122,6 +123,7 @@ struct ClassRow {
 // In this order; the first match wins. Names are compared whatever their case.
 constexpr ClassRow kClassTable[] = {
     {"#32770", AttachSkin<CSkinDialog>},
+    {"#32768", AttachSkin<CSkinMenu>},
     {"ScrollBar", AttachScrollBar},
     {"Tavix_PaneA", AttachSkin<CSkinFrame>},
     {"Tavix_PaneB", AttachSkin<CSkinFrame>},

@@ -1,6 +1,7 @@
 #include "engine/skin_wnd_base.h"
 
 #include "engine/skin_wnd_proc.h"
+#include "menus/menu_binding.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -17,11 +18,12 @@ LRESULT CSkinWndBaseClass::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
     return ::CallWindowProcA(m_pfnPrevWndProc, m_hWnd, message, wParam, lParam);
 }
 
-LRESULT CSkinWndBaseClass::Default(UINT message, WPARAM, LPARAM) {
+LRESULT CSkinWndBaseClass::Default(UINT message, WPARAM, LPARAM lParam) {
     if (message == WM_SYSCOLORCHANGE) return 0;
     // Not the arguments: a skin may have changed them, and hosts rely on hearing what was sent.
-    const MSG inFlight = AfxGetThreadState()->m_lastSentMsg;
-    return ::CallWindowProcA(m_pfnPrevWndProc, m_hWnd, inFlight.message, inFlight.wParam, inFlight.lParam);
+    MSG inFlight = AfxGetThreadState()->m_lastSentMsg;
+    inFlight.hwnd = m_hWnd;
+    return tavix::ForwardMenuMessage(m_pfnPrevWndProc, inFlight, lParam);
 }
 
 BOOL CSkinWndBaseClass::Attach(HWND window) {

@@ -1,6 +1,8 @@
 #include "engine/skin_wnd_proc.h"
 
 #include "engine/skin_wnd_base.h"
+#include "menus/menu_binding.h"
+#include "menus/menu_skin.h"
 #include "tavixskin/framework/module_state.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -45,6 +47,19 @@ LRESULT EndWindow(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, WP
 }
 
 /*
+ * A popup ends one message sooner than other windows: its menu is given back before the native
+ * procedure lets go of it.
+ */
+LRESULT EndPopup(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, WPARAM wParam, LPARAM lParam) {
+    WNDPROC previous = head->PreviousProc();
+    map->RemoveAllSkins(window);
+    static_cast<CSkinMenu*>(head)->RestoreItems();
+    const LRESULT result = ::CallWindowProcA(previous, window, WM_DESTROY, wParam, lParam);
+    tavix::DeleteWhenUnused(head);
+    return result;
+}
+
+/*
  * A colour message that a child sent its parent goes on to the child's own skin. True if that
  * answered with something other than 0; `result` is the answer in either case, untouched if
  * the control has no skin.
@@ -78,8 +93,17 @@ LRESULT Dispatch(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, UIN
             return EndWindow(map, head, window, wParam, lParam);
         case WM_CTLCOLORSTATIC:
             return ColourOfStatic(head, wParam, lParam);
+        case WM_DESTROY:
+            if (head->IsKindOf(RUNTIME_CLASS(CSkinMenu))) return EndPopup(map, head, window, wParam, lParam);
+            return head->WindowProc(message, wParam, lParam);
+        case WM_INITMENUPOPUP: {
+            const LRESULT result = head->WindowProc(message, wParam, lParam);
+            tavix::BindPopupMenu(window, reinterpret_cast<HMENU>(wParam));
+            return result;
+        }
         // Neither the skin nor the window hears of it: what opened the popup has ended it already.
         case WM_UNINITMENUPOPUP:
+            tavix::ForgetPendingPopup();
             return 0;
         default:
             return head->WindowProc(message, wParam, lParam);

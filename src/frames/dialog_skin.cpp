@@ -6,6 +6,7 @@
 #include "frames/dialog_paint.h"
 #include "frames/frame_geometry.h"
 #include "frames/non_client.h"
+#include "menus/menu_binding.h"
 
 CSkinDialog::CSkinDialog() : m_Brush(tavix::SkinColour(CLR_TAB_PAGE)) {
     tavix::CreateTitleFont(m_Font);
@@ -59,6 +60,7 @@ LRESULT CSkinDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_INITMENUPOPUP:
             Default(message, wParam, lParam);
+            tavix::BindPopupMenu(m_hWnd, reinterpret_cast<HMENU>(wParam));
             return 0;
         case WM_CTLCOLORBTN:
             return reinterpret_cast<LRESULT>(m_dwStyle & DS_CONTROL ? static_cast<HBRUSH>(m_Brush) : nullptr);

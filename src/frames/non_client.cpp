@@ -4,6 +4,7 @@
 
 #include "draw/bitmap_region.h"
 #include "draw/gradient.h"
+#include "draw/menu_font.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
 
@@ -15,16 +16,6 @@ CSize WindowSize(HWND window) {
     CRect rect;
     ::GetWindowRect(window, &rect);
     return rect.Size();
-}
-
-bool ReadMenuFont(LOGFONTA& facts) {
-    // The structure's size before padded borders were added to it; every system takes it.
-    NONCLIENTMETRICSA metrics{};
-    metrics.cbSize = 340;
-    static_assert(offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth) == 340);
-    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return false;
-    facts = metrics.lfMenuFont;
-    return true;
 }
 
 }  // namespace
@@ -66,17 +57,7 @@ void PaintBorderLines(CDC& dc, CSize window, int top) {
     row(0, h - 1, CLR_FRAME_BOTTOM3_FROM, CLR_FRAME_BOTTOM3_TO);
 }
 
-void CreateMenuFont(CFont& font) {
-    LOGFONTA facts;
-    if (ReadMenuFont(facts)) font.CreateFontIndirect(facts);
-}
-
-void CreateTitleFont(CFont& font) {
-    LOGFONTA facts;
-    if (!ReadMenuFont(facts)) return;
-    facts.lfWeight = FW_SEMIBOLD;
-    font.CreateFontIndirect(facts);
-}
+void CreateTitleFont(CFont& font) { CreateMenuFont(font, FW_SEMIBOLD); }
 
 CSize SmallIconSize() { return {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)}; }
 

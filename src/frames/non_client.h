@@ -30,10 +30,7 @@ void PaintBorderLines(CDC& dc, CSize window, int top);
 /* A vertical or horizontal gradient, left out where the context shows nothing of it. */
 void PaintGradient(CDC& dc, const RECT& rect, COLORREF first, COLORREF second, bool horizontal = false);
 
-/* The system's menu font; left without a handle if the system doesn't tell. */
-void CreateMenuFont(CFont& font);
-
-/* The same at a semi-bold weight: the font of all titles. */
+/* The system's menu font at a semi-bold weight: the font of all titles. */
 void CreateTitleFont(CFont& font);
 
 /* The size of the system's small icons. */
@@ -55,18 +52,8 @@ public:
     void Run(bool wholeWindow, Paint paint) {
         if (!m_dc.GetSafeHdc()) return;
         const CRect whole(0, 0, m_size.cx, m_size.cy);
-        const CRect strips[] = {
-            {0, 0, m_size.cx, m_client.top},
-            {0, m_client.bottom, m_size.cx, m_size.cy},
-            {0, m_client.top, m_client.left, m_client.bottom},
-            {m_client.right, m_client.top, m_size.cx, m_client.bottom},
-        };
-        if (wholeWindow || m_client.IsRectEmpty()) {
-            PaintOffscreen(m_dc, whole, [&](CDC& dc) { paint(dc, m_size); });
-            return;
-        }
-        for (const CRect& strip : strips)
-            if (!strip.IsRectEmpty()) PaintOffscreen(m_dc, strip, [&](CDC& dc) { paint(dc, m_size); });
+        PaintOffscreenAround(m_dc, whole, wholeWindow ? CRect() : m_client,
+                             [&](CDC& dc) { paint(dc, m_size); });
     }
 
 private:
