@@ -5,6 +5,7 @@
 
 #include "dialog_template.h"
 #include "page.h"
+#include "swatches.h"
 
 namespace gallery {
 
@@ -25,29 +26,10 @@ struct Box {
 
 constexpr Box boxes[] = {
     {"With an edit", CBS_DROPDOWN | CBS_AUTOHSCROLL, 80},
-    {"Swatches", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, 80},
+    {"Swatches", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, 80},
     {"Always open", CBS_SIMPLE, 54},
     {"List only", CBS_DROPDOWNLIST, 80},  // the last: its list hangs down over nothing
 };
-
-/* A patch of colour for each item, in the system's own colours of text and selection. */
-void draw_swatch(const DRAWITEMSTRUCT& item) {
-    const bool is_selected = (item.itemState & ODS_SELECTED) != 0;
-    FillRect(item.hDC, &item.rcItem, GetSysColorBrush(is_selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-    if (item.itemID >= std::size(stations)) return;
-    RECT patch = item.rcItem;
-    InflateRect(&patch, -3, -3);
-    const auto shade = static_cast<BYTE>(20 * item.itemID);
-    const HBRUSH brush = CreateSolidBrush(RGB(shade, 90, 240 - shade));
-    FillRect(item.hDC, &patch, brush);
-    DeleteObject(brush);
-}
-
-INT_PTR CALLBACK combo_procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message != WM_DRAWITEM) return plain_dialog_procedure(dialog, message, wparam, lparam);
-    draw_swatch(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
-    return TRUE;
-}
 
 HWND create_boxes(const char* title, DWORD style) {
     constexpr short field = 14, gap = 8;
@@ -60,11 +42,14 @@ HWND create_boxes(const char* title, DWORD style) {
                             {62, y, 98, box.height});
         y += (box.style & 0xF) == CBS_SIMPLE ? box.height + gap : field + gap;
     }
-    const HWND dialog = dialog_template.create(nullptr, combo_procedure);
+    const HWND dialog = dialog_template.create(nullptr, swatches_dialog_procedure);
     for (int i = id_first; i < id; ++i) {
         const HWND box = GetDlgItem(dialog, i);
-        for (const char* station : stations)
-            SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(station));
+        if (GetWindowLongA(box, GWL_STYLE) & CBS_OWNERDRAWFIXED)
+            add_swatches(box, CB_ADDSTRING);
+        else
+            for (const char* station : stations)
+                SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(station));
         SendMessageA(box, CB_SETCURSEL, static_cast<WPARAM>(i - id_first + 2), 0);
     }
     return dialog;

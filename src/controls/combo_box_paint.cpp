@@ -8,7 +8,6 @@
 #include "draw/menu_font.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
-#include "frames/non_client.h"
 #include "tavixskin/value_ids.h"
 
 namespace tavix {

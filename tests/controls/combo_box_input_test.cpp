@@ -273,7 +273,7 @@ TEST_P(ComboBoxInput, ArrowIsHotWhileThePointerIsOnIt) {
     ParkMouse();
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxInput, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxInput, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test

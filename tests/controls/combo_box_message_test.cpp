@@ -396,7 +396,7 @@ TEST_P(ComboBoxMessages, ExtendedComboBoxGetsItsShapeOnly) {
     ::DestroyWindow(outer);
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxMessages, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxMessages, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test

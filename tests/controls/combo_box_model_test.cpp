@@ -245,7 +245,7 @@ private:
     std::mt19937 m_random;
     int m_kind = 0;  // of the last step
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxModel, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxModel, kControlWorlds, NameOfWorld);
 
 TEST_P(ComboBoxModel, WithoutAnEditAnswersAsItsRulesSay) { Run(CBS_DROPDOWNLIST, 1, 3000); }
 TEST_P(ComboBoxModel, WithAnEditAnswersAsItsRulesSay) { Run(CBS_DROPDOWN | CBS_AUTOHSCROLL, 2, 2000); }

@@ -175,7 +175,7 @@ TEST_P(OwnerDrawnComboBox, SelectionAloneIsRecolouredAndNoOtherState) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, OwnerDrawnComboBox, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, OwnerDrawnComboBox, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test

@@ -345,7 +345,7 @@ TEST_P(ComboBoxPainting, MissingBitmapsAreSkipped) {
     EXPECT_EQ(RepaintedClient(combo).At(3, 1), RGB(255, 255, 255));
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxPainting, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxPainting, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test

@@ -53,7 +53,7 @@ protected:
         ASSERT_EQ(Current(), 2);
     }
 };
-INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxRobustness, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, ComboBoxRobustness, kControlWorlds, NameOfWorld);
 
 TEST_P(ComboBoxRobustness, MayBeDestroyedByAnyNotification) {
     for (const DWORD style : {CBS_DROPDOWNLIST, CBS_DROPDOWN}) {

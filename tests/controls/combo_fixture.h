@@ -3,16 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "controls/combo_box_skin.h"
 #include "controls/drop_list_skin.h"
-#include "support/common_controls.h"
-#include "support/skinned_thread.h"
-#include "support/window_probe.h"
-#include "tavixskin.h"
+#include "support/control_test.h"
 #include "tavixskin/tavix_skin.h"
 
 namespace tavix_test {
@@ -20,39 +16,9 @@ namespace tavix_test {
 constexpr int kComboId = 140;
 constexpr RECT kComboPlace{20, 20, 180, 150};
 
-struct ComboWorld {
-    ControlsVersion controls;
-    Charset charset;
-};
-
-inline std::string NameOfComboWorld(const testing::TestParamInfo<ComboWorld>& info) {
-    return std::string(NameOf(info.param.controls)) + NameOf(info.param.charset);
-}
-
-inline const auto kComboWorlds = testing::Values(
-    ComboWorld{ControlsVersion::V5, Charset::Ansi}, ComboWorld{ControlsVersion::V5, Charset::Unicode},
-    ComboWorld{ControlsVersion::V6, Charset::Ansi}, ComboWorld{ControlsVersion::V6, Charset::Unicode});
-
-/* A skinned thread with a parent and one combo box on it. */
-class ComboTest : public testing::TestWithParam<ComboWorld> {
+/* One combo box on the parent. */
+class ComboTest : public ControlTest {
 protected:
-    static void SetUpTestSuite() { ParkMouse(); }
-
-    void SetUp() override {
-        m_world.emplace(GetParam().controls);
-        m_thread.emplace(skin);
-        m_parent.emplace(WS_POPUP | WS_VISIBLE);
-    }
-    void TearDown() override {
-        ::ReleaseCapture();
-        m_parent.reset();
-        m_thread.reset();
-        m_world.reset();
-    }
-
-    ProbeWindow& Parent() { return *m_parent; }
-    void LoseParent() { m_parent.reset(); }
-
     void Make(DWORD style, int items = 0, const RECT& place = kComboPlace) {
         combo = CreateControl(GetParam().charset, Parent(), "ComboBox", "", style, place, kComboId);
         ASSERT_TRUE(combo);
@@ -124,7 +90,6 @@ protected:
         Parent().log.Clear();
         return codes;
     }
-    void UseChangedSkin() { ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1); }
     /* A window's rectangle in the client co-ordinates of another. */
     static CRect PlaceIn(HWND other, HWND window) {
         CRect place;
@@ -138,15 +103,9 @@ protected:
         return buffer;
     }
 
-    TestSkin skin;
     HWND combo = nullptr;
     HWND list = nullptr;
     HWND edit = nullptr;
-
-private:
-    std::optional<ControlsWorld> m_world;
-    std::optional<SkinnedThread> m_thread;
-    std::optional<ProbeWindow> m_parent;
 };
 
 }  // namespace tavix_test

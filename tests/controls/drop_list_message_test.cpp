@@ -379,7 +379,7 @@ TEST_P(DropListMessages, ListOfAnotherParentIsTheNativeControl) {
     ::DestroyWindow(button);
 }
 
-INSTANTIATE_TEST_SUITE_P(Worlds, DropListMessages, kComboWorlds, NameOfComboWorld);
+INSTANTIATE_TEST_SUITE_P(Worlds, DropListMessages, kControlWorlds, NameOfWorld);
 
 }  // namespace
 }  // namespace tavix_test
