@@ -68,14 +68,29 @@ void PaintBorderLines(CDC& dc, CSize window, int top) {
     row(0, h - 1, CLR_FRAME_BOTTOM3_FROM, CLR_FRAME_BOTTOM3_TO);
 }
 
-void CreateTitleFont(CFont& font) {
+void PaintMenuBand(CDC& dc, const RECT& rect) {
+    constexpr COLORREF kWhite = 0xFFFFFF;
+    constexpr COLORREF kShade = 0xEAEAEA;
+    const LONG middle = rect.top + (rect.bottom - rect.top) / 2;
+    PaintGradient(dc, CRect(rect.left, rect.top, rect.right, middle), kWhite, kWhite);
+    PaintGradient(dc, CRect(rect.left, middle, rect.right, rect.bottom), kWhite, kShade);
+}
+
+bool ReadMenuFont(LOGFONTA& font) {
     // The structure's size before padded borders were added to it; every system takes it.
     NONCLIENTMETRICSA metrics{};
     metrics.cbSize = 340;
     static_assert(offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth) == 340);
-    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return;
-    metrics.lfMenuFont.lfWeight = FW_SEMIBOLD;
-    font.CreateFontIndirect(metrics.lfMenuFont);
+    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0)) return false;
+    font = metrics.lfMenuFont;
+    return true;
+}
+
+void CreateTitleFont(CFont& font) {
+    LOGFONTA title;
+    if (!ReadMenuFont(title)) return;
+    title.lfWeight = FW_SEMIBOLD;
+    font.CreateFontIndirect(title);
 }
 
 CSize SmallIconSize() { return {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)}; }
