@@ -1,8 +1,13 @@
 /* The gallery: an ordinary program that knows the library by its public header alone, and shows what
    each family of windows looks like under a skin. */
+#include <windows.h>
+
+#include <exception>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <optional>
+#include <utility>
 
 #include "controls_version.h"
 #include "failure.h"
@@ -32,18 +37,75 @@ RECT picture_area(const Stage& stage) {
     return visible;
 }
 
+// Long enough for hover timers and for the desktop to draw what it was told.
+constexpr DWORD settling_milliseconds = 400;
+
+/* Runs something once, later, from whatever runs the thread's messages then: an open menu, say. */
+class Later {
+public:
+    Later(DWORD milliseconds, std::function<void()> work) : work_(std::move(work)) {
+        current_ = this;
+        timer_ = SetTimer(nullptr, 0, milliseconds, run);
+        if (!timer_) fail_with_last_error("A timer can't be made");
+    }
+    ~Later() {
+        stop();
+        current_ = nullptr;
+    }
+    Later(const Later&) = delete;
+    Later& operator=(const Later&) = delete;
+
+    /* Throws what the work threw; Failure if it did not run. */
+    void finish() {
+        if (timer_) throw Failure("What was to happen later didn't");
+        if (failure_) std::rethrow_exception(failure_);
+    }
+
+private:
+    static void CALLBACK run(HWND, UINT, UINT_PTR, DWORD) {
+        if (!current_ || !current_->timer_) return;
+        current_->stop();
+        try {
+            current_->work_();
+        } catch (...) {
+            current_->failure_ = std::current_exception();
+        }
+    }
+    void stop() {
+        if (timer_) KillTimer(nullptr, timer_);
+        timer_ = 0;
+    }
+
+    static inline Later* current_ = nullptr;
+    std::function<void()> work_;
+    UINT_PTR timer_ = 0;
+    std::exception_ptr failure_;
+};
+
 void take_picture(const Page& page, const std::filesystem::path& folder) {
-    // Long enough for hover timers and for the desktop to draw what it was told.
-    constexpr DWORD settling_milliseconds = 400;
+    const std::filesystem::path file = folder / (std::string(page.name) + ".png");
     Stage stage;
     Mouse mouse;
     page.open(stage);
     settle(settling_milliseconds);
+    if (page.opens_menu) {
+        // Long enough for the mouse to get there; the open menu then waits for the picture.
+        constexpr DWORD until_open_milliseconds = 1500;
+        Later picture(until_open_milliseconds, [&] {
+            const ScreenPicture taken(picture_area(stage));
+            EndMenu();
+            taken.write(file);
+        });
+        page.pose(stage, mouse);
+        settle(until_open_milliseconds);
+        picture.finish();
+        return;
+    }
     if (page.pose) {
         page.pose(stage, mouse);
         settle(settling_milliseconds);
     }
-    ScreenPicture(picture_area(stage)).write(folder / (std::string(page.name) + ".png"));
+    ScreenPicture(picture_area(stage)).write(file);
 }
 
 std::filesystem::path make_folder(const std::string& name) {

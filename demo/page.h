@@ -17,6 +17,8 @@ struct Page {
     /* Puts the mouse where a picture of the page wants it; null if it wants none. Not called for a user,
        who has a mouse of their own. */
     void (*pose)(const Stage& stage, Mouse& mouse);
+    /* The pose opens a popup menu, which runs messages of its own until it closes. */
+    bool opens_menu = false;
 };
 
 /* All pages, in the order of the menu. */
@@ -40,5 +42,7 @@ void open_list_views(Stage& stage);
 void open_splitters(Stage& stage);
 void pose_splitters_dragged(const Stage& stage, Mouse& mouse);
 void open_scroll_hosts(Stage& stage);
+void open_menu_bar(Stage& stage);
+void pose_menu_bar_open(const Stage& stage, Mouse& mouse);
 
 }  // namespace gallery

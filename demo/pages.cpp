@@ -21,6 +21,8 @@ constexpr Page pages[] = {
     {"splitters", "Splitters", open_splitters, nullptr},
     {"splitters-dragged", "Splitters (drag a bar)", open_splitters, pose_splitters_dragged},
     {"scroll-hosts", "Scrolling panes", open_scroll_hosts, nullptr},
+    {"menu-bar", "Menu bar", open_menu_bar, nullptr},
+    {"menu-bar-open", "Menu bar (open a menu)", open_menu_bar, pose_menu_bar_open, true},
 };
 
 }  // namespace

@@ -19,6 +19,9 @@ END_MESSAGE_MAP()
 
 namespace {
 
+// What a bar is wider than its buttons, on either side.
+constexpr int kMargin = 2;
+
 // As long as a window can be.
 constexpr int kStretched = 32767;
 
@@ -122,6 +125,7 @@ CSize CToolBar::CalcFixedLayout(bool stretch, bool horizontal) {
         raise(size.cx, item.right);
         raise(size.cy, item.bottom);
     }
+    (horizontal ? size.cy : size.cx) += 2 * kMargin;
     return size;
 }
 
