@@ -18,6 +18,8 @@ class MenuText {
 public:
     MenuText(HMENU menu, int position) {
         ::GetMenuStringA(menu, static_cast<UINT>(position), m_text, kMenuTextRoom - 1, MF_BYPOSITION);
+        // Some systems leave out the terminator of a text that is cut off.
+        m_text[kMenuTextRoom - 2] = 0;
     }
     bool IsEmpty() const { return !m_text[0]; }
     operator const char*() const { return m_text; }

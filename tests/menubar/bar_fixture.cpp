@@ -28,18 +28,18 @@ HMENU MakeMenu(const std::vector<Item>& items, bool popup) {
 }
 
 HMENU MakeUsualMenu() {
-    return MakeMenu({{"&File",
-                      0,
-                      {{"&New", 101}, {"&Recent", 0, {{"&A", 111}, {"&B", 112}}}, {nullptr}, {"E&xit", 103}}},
-                     {"&Edit", 0, {{"Cu&t", 201}, {"&Copy", 202}}},
-                     {"&View", 0, {{"&Zoom", 301}}},
-                     {"&Help", 0, {{"&About", 404}}}});
+    return MakeMenu(
+        {{"&File", 0, {{"&New", 101}, {"&Recent", 0, {{"&A", 111}, {"&B", 112}}}, {nullptr}, {"E&xit", 103}}},
+         {"&Edit", 0, {{"Cu&t", 201}, {"&Copy", 202}}},
+         {"&View", 0, {{"&Zoom", 301}}},
+         {"&Help", 0, {{"&About", 404}}}});
 }
 
 BarTest::BarTest() {
     EndBarClass();
     RegisterHostClass("Tavix_PaneA");
-    EXPECT_TRUE(frame.Create("Tavix_PaneA", "host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, kPlace, MakeUsualMenu()));
+    EXPECT_TRUE(
+        frame.Create("Tavix_PaneA", "host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, kPlace, MakeUsualMenu()));
     ::ShowWindow(frame.m_hWnd, SW_SHOW);
 }
 

@@ -10,6 +10,7 @@
 #include "support/skinned_thread.h"
 #include "support/window_probe.h"
 #include "tavixskin/framework/frame_wnd.h"
+#include "tavixskin/framework/menu.h"
 #include "tavixskin/skin_menu_bar.h"
 
 /* Looks into a menu bar. */
@@ -46,7 +47,9 @@ struct MenuBarTestAccess {
         bar.SetTrackingState(state, button);
     }
     void ToggleTrackButtonMode() const { bar.ToggleTrackButtonMode(); }
-    int GetNextOrPrevButton(int button, BOOL previous) const { return bar.GetNextOrPrevButton(button, previous); }
+    int GetNextOrPrevButton(int button, BOOL previous) const {
+        return bar.GetNextOrPrevButton(button, previous);
+    }
     void OnMenuSelect(HMENU menu, UINT item) const { bar.OnMenuSelect(menu, item); }
     void SetOpenPopup(HMENU menu) const { bar.m_hOpenPopup = menu; }
     HMENU SubMenuOf(int button) const { return bar.SubMenuOf(button); }
@@ -80,7 +83,8 @@ struct Item {
 };
 /* A popup, or a bar's menu, of items in that order. */
 HMENU MakeMenu(const std::vector<Item>& items, bool popup = false);
-/* File (New 101, Recent > (A 111, B 112), Exit 103), Edit (Cut 201, Copy 202), View (Zoom 301) and Help (404). */
+/* File (New 101, Recent > (A 111, B 112), Exit 103), Edit (Cut 201, Copy 202), View (Zoom 301) and Help
+ * (404). */
 HMENU MakeUsualMenu();
 
 /* A frame object whose messages the test sees. */
