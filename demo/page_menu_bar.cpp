@@ -117,7 +117,11 @@ private:
         if (!CreateClient() || !bar_.Create(m_hWnd)) return false;
         bar_.LoadMenuA(menu_, windows_);
         RecalcLayout();
-        set_translator([this](MSG& message) { return bar_.TranslateFrameMessage(&message) != FALSE; });
+        set_translator([this](MSG& message) {
+            MSG next;
+            if (!PeekMessageA(&next, nullptr, 0, 0, PM_NOREMOVE)) UpdateBars();
+            return bar_.TranslateFrameMessage(&message) != FALSE;
+        });
         for (const Card& card : sheet_cards) {
             auto sheet = std::make_unique<Sheet>(card);
             if (!sheet->Create(*this, sheet_class, card.heading, WS_VISIBLE | WS_OVERLAPPEDWINDOW,

@@ -132,7 +132,7 @@ protected:
 
     BarSkin skin;
     SkinnedThread skinned{skin};
-    Recording<CFrameWnd> frame;
+    Recording<CMDIFrameWnd> frame;  // without an MDI client unless a test makes it
     CSkinMenuBar bar;
 };
 
