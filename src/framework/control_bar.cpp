@@ -15,6 +15,7 @@ END_MESSAGE_MAP()
 
 BEGIN_MESSAGE_MAP(CToolBar, CControlBar)
     ON_MESSAGE(WM_NCCREATE, &CToolBar::OnNcCreate)
+    ON_MESSAGE(WM_NCHITTEST, &CToolBar::OnNcHitTest)
 END_MESSAGE_MAP()
 
 namespace {
@@ -99,6 +100,8 @@ LRESULT CToolBar::OnNcCreate(WPARAM, LPARAM) {
     if (result) ::SendMessageA(m_hWnd, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     return result;
 }
+
+LRESULT CToolBar::OnNcHitTest(WPARAM, LPARAM) { return HTCLIENT; }
 
 void CToolBar::SetSizes(SIZE button, SIZE image) {
     ::SendMessageA(m_hWnd, TB_SETBITMAPSIZE, 0, MAKELONG(image.cx, image.cy));

@@ -162,6 +162,7 @@ TEST_P(ToolBars, HaveTheSizeOfTheirButtonsAndDisableWhatNobodyKnows) {
     EXPECT_GE(first.Width(), 20);
     EXPECT_EQ(bar.CalcFixedLayout(true, true).cx, 32767);
     EXPECT_EQ(bar.CalcFixedLayout(true, true).cy, first.bottom + 4);
+    EXPECT_EQ(::SendMessageA(bar.m_hWnd, WM_NCHITTEST, 0, MAKELPARAM(0, 0)), HTCLIENT);
     CRect none(1, 2, 3, 4);
     bar.GetItemRect(17, none);
     EXPECT_TRUE(none.IsRectEmpty());

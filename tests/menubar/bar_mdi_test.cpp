@@ -213,6 +213,18 @@ TEST_F(MenuBarMdi, ItsButtonsCommandTheActiveChild) {
     EXPECT_FALSE(::IsWindow(active));
 }
 
+TEST_F(MenuBarMdi, TheRealMouseFindsItsButtons) {
+    StartMdi();
+    Maximise();
+    HWND active = frame.GetActiveFrame();
+    const POINT at = InClient(Access().Close());
+    user->MovesTo(InClient(Access().Minimize()), [&] { return Access().MinimizeHot(); })
+        .MovesTo(at, [&] { return Access().CloseHot() && !Access().MinimizeHot(); })
+        .Clicks([&] { return !::IsWindow(active); });
+    EXPECT_TRUE(user->Run());
+    EXPECT_EQ(::GetCapture(), nullptr);
+}
+
 TEST_F(MenuBarMdi, AClickOnTheIconOpensNothing) {
     StartMdi();
     Maximise();

@@ -74,4 +74,6 @@ public:
 protected:
     bool PreCreateWindow(CREATESTRUCTA& create) override;
     LRESULT OnNcCreate(WPARAM wParam, LPARAM lParam);
+    /* What stands beside the buttons has the mouse of the client area too. */
+    LRESULT OnNcHitTest(WPARAM wParam, LPARAM lParam);
 };
