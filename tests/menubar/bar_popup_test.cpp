@@ -255,6 +255,22 @@ TEST_F(MenuBarUser, ButtonsStandForTheirItemsWhereOthersHaveNoText) {
     EXPECT_EQ(OpenedMenus(), Menus{Popup(2)});
 }
 
+TEST_F(MenuBarUser, ALetterNamesAPositionThatIsTakenForAButton) {
+    const HMENU menu =
+        MakeMenu({{"&One", 0, {{"A", 11}}}, {"", 5}, {"&Two", 0, {{"B", 22}}}, {"T&hree", 0, {{"C", 33}}}});
+    Start(menu);
+    ASSERT_EQ(Access().ButtonCount(), 3);
+    // Two stands at position 2, where the third button is; Three at 3, where none is.
+    user->Presses(VK_MENU, Hot(0))
+        .Presses('T', OpenedWithItem(2))
+        .Presses(VK_RETURN, Commanded(33))
+        .WaitsFor("rest", Idle())
+        .Presses(VK_MENU, Hot(0))
+        .Presses('H', Idle());
+    EXPECT_TRUE(user->Run());
+    EXPECT_EQ(OpenedMenus(), Menus{Popup(3)});
+}
+
 TEST_F(MenuBarUser, AnItemWithoutAPopupOpensNothing) {
     Start(MakeMenu({{"&Go", 77}, {"&File", 0, {{"A", 11}}}}));
     user->Presses(VK_MENU, Hot(0)).Presses('G', Idle());
