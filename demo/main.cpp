@@ -1,5 +1,7 @@
 /* The gallery: an ordinary program that knows the library by its public header alone, and shows what
    each family of windows looks like under a skin. */
+#include <windows.h>
+
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -32,9 +34,10 @@ RECT picture_area(const Stage& stage) {
     return visible;
 }
 
+// Long enough for hover timers and for the desktop to draw what it was told.
+constexpr DWORD settling_milliseconds = 400;
+
 void take_picture(const Page& page, const std::filesystem::path& folder) {
-    // Long enough for hover timers and for the desktop to draw what it was told.
-    constexpr DWORD settling_milliseconds = 400;
     Stage stage;
     Mouse mouse;
     page.open(stage);

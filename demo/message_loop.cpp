@@ -1,5 +1,7 @@
 #include "message_loop.h"
 
+#include <utility>
+
 #include "failure.h"
 
 namespace gallery {
@@ -16,11 +18,16 @@ bool has_keyboard_navigation(HWND window) {
                       GetClassLongPtrA(window, GCW_ATOM) == reinterpret_cast<ULONG_PTR>(WC_DIALOG));
 }
 
+Translator the_translator;
+
 bool is_painting_outstanding() { return HIWORD(GetQueueStatus(QS_PAINT)) & QS_PAINT; }
 
 }  // namespace
 
+void set_translator(Translator translator) { the_translator = std::move(translator); }
+
 void dispatch(MSG& message) {
+    if (the_translator && the_translator(message)) return;
     const HWND top = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
     if (has_keyboard_navigation(top) && IsDialogMessageA(top, &message)) return;
     TranslateMessage(&message);

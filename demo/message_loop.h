@@ -3,7 +3,14 @@
 
 #include <windows.h>
 
+#include <functional>
+
 namespace gallery {
+
+/* Sees each message before it is handed on; true if that is all that happens to it. */
+using Translator = std::function<bool(MSG& message)>;
+/* The one translator of the program; null for none. */
+void set_translator(Translator translator);
 
 /* Hands a message on: to the dialog it belongs to, if that takes it as navigation, or to its window. */
 void dispatch(MSG& message);

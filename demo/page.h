@@ -56,5 +56,7 @@ void open_menus(Stage& stage);
 void show_context_menu(const Stage& stage, const std::function<void()>& take_picture);
 void show_host_drawn_menu(const Stage& stage, const std::function<void()>& take_picture);
 void show_system_menu(const Stage& stage, const std::function<void()>& take_picture);
+void open_menu_bar(Stage& stage);
+void show_menu_bar_popup(const Stage& stage, const std::function<void()>& take_picture);
 
 }  // namespace gallery

@@ -31,6 +31,8 @@ constexpr Page pages[] = {
     {"menus", "Menus (click with the right button)", open_menus, nullptr, show_context_menu},
     {"menus-host-drawn", "Menus (look at the labels)", open_menus, nullptr, show_host_drawn_menu},
     {"menus-system", "Menus (open the window's own)", open_menus, nullptr, show_system_menu},
+    {"menu-bar", "Menu bar", open_menu_bar, nullptr},
+    {"menu-bar-open", "Menu bar (open a menu)", open_menu_bar, nullptr, show_menu_bar_popup},
 };
 
 }  // namespace

@@ -48,7 +48,7 @@ SIZES = {
     'SZ_MIN_TRACK_X': 420,          # less 100: 320, which holds the title plate
     'SZ_MIN_TRACK_Y': 180,          # less 100: 80
     'SZ_FRAME_BUTTONS': FRAME_BUTTON,
-    'SZ_FRAME_MENU_STRIP': 26,
+    'SZ_FRAME_MENU_STRIP': 25,         # as high as a menu bar: its buttons and 2 pixels above and below
     'SZ_COMBO_SPARE_8': 0,
     'SZ_COMBO_SPARE_9': 0,
     'SZ_COMBO_SPARE_10': 0,

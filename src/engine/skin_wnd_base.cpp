@@ -14,7 +14,10 @@ int CSkinWndBaseClass::RepaintSkin() {
 }
 
 LRESULT CSkinWndBaseClass::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (m_pNextSkin) return m_pNextSkin->WindowProc(message, wParam, lParam);
+    if (m_pNextSkin) {
+        tavix::SkinInUse use(m_pNextSkin);
+        return m_pNextSkin->WindowProc(message, wParam, lParam);
+    }
     return ::CallWindowProcA(m_pfnPrevWndProc, m_hWnd, message, wParam, lParam);
 }
 
@@ -46,6 +49,14 @@ BOOL CSkinWndBaseClass::Attach(HWND window) {
     }
     map->Add(window, this);
     return TRUE;
+}
+
+bool CSkinWndBaseClass::IsInChain(HWND window, const CSkinWndBaseClass* skin) {
+    CTavixSkin* engine = CTavixSkin::GetCurrentThreadSkin();
+    if (!engine) return false;
+    for (const CSkinWndBaseClass* at = engine->GetSkinWndList()->Lookup(window); at; at = at->m_pNextSkin)
+        if (at == skin) return true;
+    return false;
 }
 
 BOOL CSkinWndBaseClass::Detach(HWND window) {

@@ -1,5 +1,7 @@
 #include "engine/skin_wnd_proc.h"
 
+#include <utility>
+
 #include "engine/skin_wnd_base.h"
 #include "menus/menu_binding.h"
 #include "menus/menu_skin.h"
@@ -41,8 +43,10 @@ LRESULT ForwardOrphan(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT EndWindow(CSubclassWndMap* map, CSkinWndBaseClass* head, HWND window, WPARAM wParam, LPARAM lParam) {
     WNDPROC previous = head->PreviousProc();
     map->RemoveAllSkins(window);
+    // An owner may end with the window: its object is not looked at from here on.
+    CSkinWndBaseClass* ended = tavix::ReleaseKept(head);
     const LRESULT result = ::CallWindowProcA(previous, window, WM_NCDESTROY, wParam, lParam);
-    tavix::DeleteWhenUnused(head);
+    tavix::DeleteWhenUnused(ended);
     return result;
 }
 
@@ -131,21 +135,35 @@ LRESULT CALLBACK SkinWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
 
 namespace tavix {
 
-SkinInUse::SkinInUse(CSkinWndBaseClass* skin) : m_skin(skin) { ++m_skin->m_nUses; }
+// An object that belongs to another is that one's to keep alive, and may be gone at the scope's end.
+SkinInUse::SkinInUse(CSkinWndBaseClass* skin) : m_skin(skin->m_bKeptByOwner ? nullptr : skin) {
+    if (m_skin) ++m_skin->m_nUses;
+}
 
 SkinInUse::~SkinInUse() {
-    if (--m_skin->m_nUses == 0 && m_skin->m_bDoomed) delete m_skin;
+    if (m_skin && --m_skin->m_nUses == 0 && m_skin->m_bDoomed) delete m_skin;
 }
 
 // Deletes the object, at once or when the last scope that uses it ends.
 void DeleteWhenUnused(CSkinWndBaseClass* skin) {
+    if (!skin) return;
     skin->m_bDoomed = true;
     if (skin->m_nUses == 0) delete skin;
 }
 
+// Lets the objects go that belong to others; the result is the first that doesn't, and is to be deleted.
+CSkinWndBaseClass* ReleaseKept(CSkinWndBaseClass* head) {
+    CSkinWndBaseClass* skin = head;
+    while (skin && skin->m_bKeptByOwner) {
+        skin->m_hWnd = nullptr;
+        skin = std::exchange(skin->m_pNextSkin, nullptr);
+    }
+    return skin;
+}
+
 void ReleaseOrphan(CSkinWndBaseClass* head, HWND window) {
     ::SetPropA(window, kOrphanProperty, reinterpret_cast<HANDLE>(head->PreviousProc()));
-    DeleteWhenUnused(head);
+    DeleteWhenUnused(ReleaseKept(head));
 }
 
 WNDPROC AdoptOrphan(HWND window) { return reinterpret_cast<WNDPROC>(::RemovePropA(window, kOrphanProperty)); }

@@ -2,6 +2,7 @@
 #include "engine/skin_values.h"
 #include "frames/frame_skin.h"
 #include "frames/non_client.h"
+#include "tavixskin/framework/menu.h"
 
 namespace {
 
@@ -184,6 +185,18 @@ void CSkinFrame::OnInitMenuPopup(UINT message, WPARAM wParam, LPARAM lParam) {
     Default(message, wParam, lParam);
     HMENU menu = reinterpret_cast<HMENU>(wParam);
     if (menu && menu == ::GetSystemMenu(m_hWnd, FALSE)) UpdateSystemMenu(menu);
+}
+
+// A host asks for its bar to show the menu of an object.
+void CSkinFrame::OnSyncMenuObject(WPARAM wParam) const {
+    const auto* menu = reinterpret_cast<const CMenu*>(wParam);
+    if (menu) tavix::SynchronizeMenuBar(m_hWnd, menu->GetSafeHmenu());
+}
+
+// And for the frame's own menu; an empty one stands for the menu that the bar was loaded with.
+void CSkinFrame::OnSyncMenu() const {
+    HMENU menu = ::GetMenu(m_hWnd);
+    tavix::SynchronizeMenuBar(m_hWnd, ::GetMenuItemCount(menu) >= 1 ? menu : m_hMenu);
 }
 
 // The system would disable these items, since the window's style lacks their bits by now.

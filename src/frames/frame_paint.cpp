@@ -14,13 +14,8 @@ namespace {
  * below them: its top moves down.
  */
 void PaintMenuStrip(CDC& dc, CRect& border, int height, CBitmap* patch) {
-    constexpr COLORREF kWhite = 0xFFFFFF;
-    constexpr COLORREF kShade = 0xEAEAEA;
-    const int top = border.top;
-    const int middle = top + height / 2;
-    const int bottom = top + height;
-    PaintGradient(dc, CRect(border.left, top, border.right, middle), kWhite, kWhite);
-    PaintGradient(dc, CRect(border.left, middle, border.right, bottom), kWhite, kShade);
+    const int bottom = border.top + height;
+    PaintMenuBand(dc, CRect(border.left, border.top, border.right, bottom));
     border.top = bottom;
     DrawBitmap(dc, patch, border.left + 1, border.top);
     border.top += BitmapSize(patch).cy;

@@ -6,10 +6,9 @@
 #include "frames/frame_paint.h"
 #include "frames/non_client.h"
 #include "tavixskin/framework/wnd.h"
+#include "tavixskin/skin_menu_bar.h"
 
 namespace {
-
-constexpr char kMenuBarProperty[] = "menubar";
 
 /* What a frame's window loses, so that the system draws no caption, and the bits in between. */
 constexpr DWORD kStrippedStyles = WS_MAXIMIZEBOX | WS_MINIMIZEBOX | WS_CAPTION | 0x00000200;
@@ -91,14 +90,17 @@ LRESULT CSkinFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             OnInitMenuPopup(message, wParam, lParam);
             return 0;
         case WM_MDISETMENU:
+            tavix::SynchronizeMenuBar(m_hWnd, ::GetMenu(m_hWnd));
             Default(message, wParam, lParam);
             return 0;
         case tavix::kFrameSetMenu:
             m_hMenu = reinterpret_cast<HMENU>(wParam);
             return 0;
-        // Requests to bring the menu bar up to date; a frame without one has nothing to do.
         case tavix::kFrameSyncMenuObject:
+            OnSyncMenuObject(wParam);
+            return 0;
         case tavix::kFrameSyncMenu:
+            OnSyncMenu();
             return 0;
         default:
             return Default(message, wParam, lParam);
@@ -211,17 +213,29 @@ void CSkinFrame::OnNcPaint() {
 
 namespace tavix {
 
+namespace {
+
+// A property may be left over, or be another program's: only an object that the library knows is
+// looked into.
+CWnd* AnnouncedObject(HWND frame) {
+    void* property = ::GetPropA(frame, kMenuBarProperty);
+    const CHandleMap* map = property ? AfxMapHWND(false) : nullptr;
+    return map && map->HasPermanent(property) ? static_cast<CWnd*>(property) : nullptr;
+}
+
+}  // namespace
+
 bool AnnouncesMenuBar(HWND frame) { return ::GetPropA(frame, kMenuBarProperty) != nullptr; }
 
 HWND FrameMenuBar(HWND frame) {
-    const void* property = ::GetPropA(frame, kMenuBarProperty);
-    if (!property) return nullptr;
-    // A property may be left over, or be another program's: only an object that the library knows
-    // is looked into.
-    const CHandleMap* map = AfxMapHWND(false);
-    if (!map || !map->HasPermanent(property)) return nullptr;
-    HWND window = static_cast<const CWnd*>(property)->GetSafeHwnd();
-    return ::IsWindow(window) ? window : nullptr;
+    const CWnd* bar = AnnouncedObject(frame);
+    return bar && ::IsWindow(bar->GetSafeHwnd()) ? bar->GetSafeHwnd() : nullptr;
+}
+
+void SynchronizeMenuBar(HWND frame, HMENU menu) {
+    CWnd* bar = AnnouncedObject(frame);
+    if (bar && bar->IsKindOf(RUNTIME_CLASS(CSkinMenuBar)))
+        static_cast<CSkinMenuBar*>(bar)->SynchronizeMenubar(menu);
 }
 
 }  // namespace tavix

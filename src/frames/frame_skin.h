@@ -40,6 +40,8 @@ private:
     LRESULT OnTimer(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnSysCommand(UINT message, WPARAM wParam, LPARAM lParam);
     void OnInitMenuPopup(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnSyncMenuObject(WPARAM wParam) const;
+    void OnSyncMenu() const;
     bool Press(LRESULT hitCode, CPoint screen);
     void Release(CPoint client);
     void UpdateSystemMenu(HMENU menu) const;
@@ -77,8 +79,13 @@ constexpr UINT kFrameSetMenu = 1029;
 constexpr UINT kFrameSyncMenuObject = 1796;
 constexpr UINT kFrameSyncMenu = 1797;
 
+/* The property that announces a menu bar; its value is the bar's object. */
+constexpr char kMenuBarProperty[] = "menubar";
+
 /* The window of the frame's menu bar control, null if it has none. */
 HWND FrameMenuBar(HWND frame);
+/* Has the frame's menu bar show a menu; nothing if it has none. */
+void SynchronizeMenuBar(HWND frame, HMENU menu);
 /* True if the property that announces a menu bar is set on the frame. */
 bool AnnouncesMenuBar(HWND frame);
 

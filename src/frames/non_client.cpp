@@ -57,6 +57,14 @@ void PaintBorderLines(CDC& dc, CSize window, int top) {
     row(0, h - 1, CLR_FRAME_BOTTOM3_FROM, CLR_FRAME_BOTTOM3_TO);
 }
 
+void PaintMenuBand(CDC& dc, const RECT& rect) {
+    constexpr COLORREF kWhite = 0xFFFFFF;
+    constexpr COLORREF kShade = 0xEAEAEA;
+    const LONG middle = rect.top + (rect.bottom - rect.top) / 2;
+    PaintGradient(dc, CRect(rect.left, rect.top, rect.right, middle), kWhite, kWhite);
+    PaintGradient(dc, CRect(rect.left, middle, rect.right, rect.bottom), kWhite, kShade);
+}
+
 void CreateTitleFont(CFont& font) { CreateMenuFont(font, FW_SEMIBOLD); }
 
 CSize SmallIconSize() { return {::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)}; }

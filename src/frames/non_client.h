@@ -30,6 +30,9 @@ void PaintBorderLines(CDC& dc, CSize window, int top);
 /* A vertical or horizontal gradient, left out where the context shows nothing of it. */
 void PaintGradient(CDC& dc, const RECT& rect, COLORREF first, COLORREF second, bool horizontal = false);
 
+/* The light band of a menu bar, and of the strips that go on from it in a frame's side borders. */
+void PaintMenuBand(CDC& dc, const RECT& rect);
+
 /* The system's menu font at a semi-bold weight: the font of all titles. */
 void CreateTitleFont(CFont& font);
 

@@ -114,22 +114,41 @@ LRESULT CALLBACK AfxCbtHookProc(int code, WPARAM wParam, LPARAM lParam) {
 bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWORD style, const RECT& rect,
                     HWND parent, UINT id, void* parameter, HINSTANCE instance) {
     if (m_hWnd) return false;
+    const CRect place(rect);
+    CREATESTRUCTA create{};
+    create.lpCreateParams = parameter;
+    create.hInstance = instance ? instance : ::GetModuleHandleA(nullptr);
+    create.hMenu = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id));
+    create.hwndParent = parent;
+    create.x = place.left;
+    create.y = place.top;
+    create.cx = place.Width();
+    create.cy = place.Height();
+    create.style = static_cast<LONG>(style);
+    create.lpszName = title;
+    create.lpszClass = className;
+    create.dwExStyle = exStyle;
+    return PreCreateWindow(create) && CreateFrom(create);
+}
+
+bool CWnd::CreateFrom(const CREATESTRUCTA& create) {
     AFX_THREAD_STATE* state = AfxGetThreadState();
     HHOOK former = state->m_hHookCreate;
     HHOOK hook = ::SetWindowsHookExA(WH_CBT, &AfxCbtHookProc, nullptr, ::GetCurrentThreadId());
     if (!hook) return false;
     state->m_hHookCreate = hook;
     state->m_pWndInit = this;
-    const CRect place(rect);
     HWND window =
-        ::CreateWindowExA(exStyle, className, title, style, place.left, place.top, place.Width(),
-                          place.Height(), parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
-                          instance ? instance : ::GetModuleHandleA(nullptr), parameter);
+        ::CreateWindowExA(create.dwExStyle, create.lpszClass, create.lpszName,
+                          static_cast<DWORD>(create.style), create.x, create.y, create.cx, create.cy,
+                          create.hwndParent, create.hMenu, create.hInstance, create.lpCreateParams);
     state->m_pWndInit = nullptr;
     ::UnhookWindowsHookEx(hook);
     state->m_hHookCreate = former;
     return window != nullptr;
 }
+
+bool CWnd::PreCreateWindow(CREATESTRUCTA&) { return true; }
 
 bool CWnd::DestroyWindow() { return m_hWnd && ::DestroyWindow(m_hWnd); }
 
@@ -185,6 +204,18 @@ bool CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
             if (message == WM_COMMAND && (code != e->nCode || command < e->nID || command > e->nLastID))
                 continue;
             *result = (this->*e->pfn)(wParam, lParam);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CWnd::UpdateCommand(CCmdUI& ui) {
+    for (const AFX_MSGMAP* map = GetMessageMap(); map; map = map->pBaseMap) {
+        for (const AFX_MSGMAP_ENTRY* e = map->lpEntries; e->pfn; ++e) {
+            if (e->nMessage != WM_COMMAND || e->nCode != CN_UPDATE_COMMAND_UI) continue;
+            if (ui.m_nID < e->nID || ui.m_nID > e->nLastID) continue;
+            (this->*e->pfn)(ui.m_nID, reinterpret_cast<LPARAM>(&ui));
             return true;
         }
     }

@@ -259,6 +259,68 @@ TEST(ChainAtTheEnd, DeletesTheHeadAndDetachesAll) {
     EXPECT_FALSE(lower.log.Has(WM_NCDESTROY));
 }
 
+/* An object that belongs to the test. */
+class KeptSkin : public CSkinWndBaseClass {
+public:
+    KeptSkin() : CSkinWndBaseClass(KeptByOwner{}) {}
+    std::function<void()> before;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_APP && before) before();
+        return CSkinWndBaseClass::WindowProc(message, wParam, lParam);
+    }
+};
+
+TEST(ChainAtTheEnd, LetsAnObjectOfAnotherGoAndDeletesTheOneBelow) {
+    Skinned skinned;
+    bool lowerDeleted = false;
+    KeptSkin kept;
+    {
+        ProbeWindow window;
+        (new ProbeSkin(&lowerDeleted))->Attach(window);
+        kept.Attach(window);
+        EXPECT_EQ(HeadOf(window), &kept);
+    }
+    EXPECT_TRUE(lowerDeleted);
+    EXPECT_EQ(kept.GetSafeHwnd(), nullptr);
+}
+
+TEST(ChainAtTheEnd, TheObjectBelowLivesAsLongAsItsCodeRuns) {
+    Skinned skinned;
+    bool lowerDeleted = false, deletedWhileRunning = true;
+    auto kept = std::make_unique<KeptSkin>();
+    auto window = std::make_unique<ProbeWindow>();
+    HWND handle = *window;
+    auto* lower = new ProbeSkin(&lowerDeleted);
+    lower->Attach(handle);
+    kept->Attach(handle);
+    lower->handler = [&](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        if (message != WM_APP) return lower->Base(message, wParam, lParam);
+        window.reset();  // the window ends, and with it the object on top
+        kept.reset();
+        deletedWhileRunning = lowerDeleted;
+        return 5;
+    };
+    EXPECT_EQ(::SendMessageA(handle, WM_APP, 0, 0), 5);
+    EXPECT_FALSE(deletedWhileRunning);
+    EXPECT_TRUE(lowerDeleted);
+}
+
+TEST(ChainAtTheEnd, OfTheEngineLetsAnObjectOfAnotherGo) {
+    KeptSkin kept;
+    bool lowerDeleted = false;
+    ProbeWindow window;
+    {
+        Skinned skinned;
+        (new ProbeSkin(&lowerDeleted))->Attach(window);
+        kept.Attach(window);
+        EXPECT_TRUE(CSkinWndBaseClass::IsInChain(window, &kept));
+        EXPECT_FALSE(CSkinWndBaseClass::IsInChain(nullptr, &kept));
+    }
+    EXPECT_TRUE(lowerDeleted);
+    EXPECT_EQ(kept.GetSafeHwnd(), nullptr);
+    EXPECT_FALSE(CSkinWndBaseClass::IsInChain(window, &kept));
+}
+
 // ---------------------------------------------------------------- Default
 
 TEST_F(Subclassing, DefaultForwardsTheMessageInFlightNotItsArguments) {

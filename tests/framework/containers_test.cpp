@@ -16,6 +16,24 @@ void* Pointer(std::uintptr_t value) { return reinterpret_cast<void*>(value); }
 
 // ---------------------------------------------------------------- arrays
 
+TEST(StringArray, GrowsToWhereAnElementIsSet) {
+    CStringArray texts;
+    texts.SetAtGrow(2, "third");
+    ASSERT_EQ(texts.GetSize(), 3);
+    EXPECT_TRUE(texts[0].IsEmpty());
+    EXPECT_STREQ(texts[2], "third");
+    texts.SetAtGrow(0, "first");
+    EXPECT_EQ(texts.GetSize(), 3);
+    EXPECT_STREQ(texts[0], "first");
+    texts.RemoveAll();
+    texts.SetAtGrow(0, "again");
+    EXPECT_EQ(texts.GetSize(), 1);
+    // What RemoveAt left behind the end is not seen again.
+    texts.RemoveAt(0);
+    texts.SetAtGrow(1, "second");
+    EXPECT_TRUE(texts[0].IsEmpty());
+}
+
 TEST(Array, OfHandlesIsHandedPointersAndReadsThroughThem) {
     CArray<HWND, HWND*> list;
     EXPECT_TRUE(list.IsEmpty());

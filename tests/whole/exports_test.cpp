@@ -186,6 +186,70 @@ TEST(LibraryFile, ExportsTheSplitterOfHosts) {
         EXPECT_TRUE(HasMember(exports, "NK12CSplitterWnd", member)) << member;
 }
 
+TEST(LibraryFile, ExportsTheMenuBarOfHosts) {
+    Library library;
+    const std::vector<std::string> exports = ModuleTables(library.Module()).Exports();
+    for (const char* member : {"9LoadMenuAEP7HMENU__S1_",
+                               "9LoadMenuAEPKc",
+                               "9LoadMenuAEj",
+                               "18SynchronizeMenubarEP7HMENU__",
+                               "14DrawCaptionBtnEP3CDC",
+                               "9OnKeyDownEj",
+                               "21TranslateFrameMessageEP6tagMSG",
+                               "11OnMenuInputER6tagMSG",
+                               "10AdjustSizeE5CSizei",
+                               "15PreCreateWindow",
+                               "16OnBarStyleChange",
+                               "10TrackPopupEi",
+                               "24CancelMenuAndTrackNewOneEi",
+                               "16SetTrackingState",
+                               "21ToggleTrackButtonMode",
+                               "12OnMenuSelect",
+                               "15OnInitMenuPopup",
+                               "15MenuInputFilter",
+                               "10UpdateFont",
+                               "16CheckMinMaxState",
+                               "20RecomputeToolbarSize",
+                               "19RecomputeMenuLayout",
+                               "10SetHotItemEi",
+                               "8OnCreate",
+                               "9OnDestroy",
+                               "7OnPaint",
+                               "9OnNcPaint",
+                               "12OnNcCalcSize",
+                               "6OnSize",
+                               "13OnLButtonDown",
+                               "11OnLButtonUp",
+                               "11OnMouseMove",
+                               "12OnMouseLeave",
+                               "18OnUpdateMenuButton",
+                               "13OnSetMenuNull",
+                               "12DeleteButton",
+                               "10AddStrings",
+                               "10AddButtons",
+                               "8AutoSize",
+                               "11PressButton",
+                               "12SetImageList",
+                               "19activeMenuBarTarget",
+                               "13menuInputHook",
+                               "17classCSkinMenuBar",
+                               "C1Ev",
+                               "D0Ev",
+                               "D1Ev"})
+        EXPECT_TRUE(HasMember(exports, "N12CSkinMenuBar", member)) << member;
+    for (const char* member :
+         {"7GetMenuEv", "16GetTrackingStateERi", "7GetRectEjR7tagRECT", "10GetHotItemEv", "7HitTest",
+          "14GetButtonCount", "14ToolBarHitTest", "14MapAccelerator", "13IsValidButton",
+          "19GetNextOrPrevButton", "15GetRuntimeClass", "13GetMessageMap"})
+        EXPECT_TRUE(HasMember(exports, "NK12CSkinMenuBar", member)) << member;
+    EXPECT_EQ(std::count(exports.begin(), exports.end(), "_ZTV12CSkinMenuBar"), 1);
+    // What a host calls on the classes around it.
+    for (const char* owner : {"N9CFrameWnd", "N12CMDIChildWnd", "N8CToolBar"})
+        EXPECT_TRUE(HasMember(exports, owner, "6Create")) << owner;
+    EXPECT_TRUE(HasMember(exports, "N12CMDIFrameWnd", "12CreateClient"));
+    EXPECT_TRUE(HasMember(exports, "NK9CFrameWnd", "10UpdateBarsEv"));
+}
+
 TEST(LibraryFile, ImportsNothingButTheSystem) {
     const std::set<std::string> allowed{"KERNEL32.DLL", "USER32.DLL",  "GDI32.DLL",   "COMCTL32.DLL",
                                         "OLE32.DLL",    "SHLWAPI.DLL", "MSIMG32.DLL", "IMAGEHLP.DLL",

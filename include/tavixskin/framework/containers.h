@@ -36,6 +36,14 @@ public:
     TYPE& operator[](int index) { return m_pData[index]; }
     void SetAt(int index, ARG_TYPE element) { m_pData[index] = Read(element); }
 
+    /* Sets the element; the array grows to hold it, elements in between being empty. */
+    void SetAtGrow(int index, ARG_TYPE element) {
+        TYPE value = Read(element);
+        Reserve(index + 1);
+        for (; m_nSize <= index; ++m_nSize) m_pData[m_nSize] = TYPE();
+        m_pData[index] = value;
+    }
+
     /* Appends; the result is the new element's index. */
     int Add(ARG_TYPE element) {
         InsertAt(m_nSize, element);

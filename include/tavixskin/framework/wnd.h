@@ -14,11 +14,14 @@ using AFX_PMSG = LRESULT (CWnd::*)(WPARAM wParam, LPARAM lParam);
 
 struct AFX_MSGMAP_ENTRY {
     UINT nMessage;  // 0 ends the map
-    UINT nCode;     // WM_COMMAND: the notification code
+    UINT nCode;     // WM_COMMAND: the notification code, or CN_UPDATE_COMMAND_UI
     UINT nID;       // WM_COMMAND: the first and last command that the entry takes
     UINT nLastID;
     AFX_PMSG pfn;
 };
+
+/* The code of an entry that brings the look of commands up to date; its handler gets a CCmdUI* in lParam. */
+constexpr UINT CN_UPDATE_COMMAND_UI = 0xFFFFFFFF;
 
 struct AFX_MSGMAP {
     const AFX_MSGMAP* pBaseMap;  // null in CWnd
@@ -38,11 +41,27 @@ protected:                                          \
 #define ON_MESSAGE(message, handler) {message, 0, 0, 0, static_cast<AFX_PMSG>(handler)},
 #define ON_COMMAND_RANGE(first, last, handler) {WM_COMMAND, 0, first, last, static_cast<AFX_PMSG>(handler)},
 #define ON_COMMAND(id, handler) ON_COMMAND_RANGE(id, id, handler)
+#define ON_UPDATE_COMMAND_UI_RANGE(first, last, handler) \
+    {WM_COMMAND, CN_UPDATE_COMMAND_UI, first, last, static_cast<AFX_PMSG>(handler)},
 
 #define END_MESSAGE_MAP()   \
     { 0, 0, 0, 0, nullptr } \
     }                       \
     ;
+
+/* What shows a command, a button of a tool bar for one, and is to be brought up to date. */
+class TAVIX_API CCmdUI {
+public:
+    CCmdUI(UINT id, UINT index) : m_nID(id), m_nIndex(index) {}
+    virtual ~CCmdUI() = default;
+    CCmdUI(const CCmdUI&) = delete;
+    CCmdUI& operator=(const CCmdUI&) = delete;
+
+    virtual void Enable(bool on = true) = 0;
+
+    UINT m_nID;     // the command
+    UINT m_nIndex;  // the place in its bar
+};
 
 /*
  * A window object belongs to the thread that made it. A window that the object created or
@@ -79,6 +98,12 @@ public:
                   HWND parent, UINT id, void* parameter = nullptr, HINSTANCE instance = nullptr);
     bool DestroyWindow();
 
+    /* The window that the object's messages to others go to: the one set, else its parent. */
+    HWND GetOwner() const { return m_hWndOwner ? m_hWndOwner : m_hWnd ? ::GetParent(m_hWnd) : nullptr; }
+    void SetOwner(HWND owner) { m_hWndOwner = owner; }
+    /* Has a handler of the object's message maps bring a command's look up to date; false if none does. */
+    bool UpdateCommand(CCmdUI& ui);
+
     /* Handles a message: by the message map, else DefWindowProc. */
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     /* Searches the message maps, own first; true if a handler took the message. */
@@ -96,13 +121,17 @@ protected:
     static const AFX_MSGMAP_ENTRY messageEntries[];
     static const AFX_MSGMAP messageMap;
     virtual const AFX_MSGMAP* GetMessageMap() const;
+    /* May change what the window is created with; false: no window. */
+    virtual bool PreCreateWindow(CREATESTRUCTA& create);
 
 private:
     friend LRESULT CALLBACK AfxWndProc(HWND, UINT, WPARAM, LPARAM);
     friend LRESULT CALLBACK AfxCbtHookProc(int, WPARAM, LPARAM);
     void OnNcDestroy();
+    bool CreateFrom(const CREATESTRUCTA& create);
 
     WNDPROC m_pfnSuper = nullptr;
+    HWND m_hWndOwner = nullptr;
     bool m_bTemporary = false;
     friend class CHandleMap;
 };
