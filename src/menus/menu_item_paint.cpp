@@ -93,7 +93,6 @@ void CSkinMenu::DrawItem(const DRAWITEMSTRUCT& item, const CSkinMenuItem& record
     textRect.left = kStripeEnd;
 
     tavix::PaintOffscreen(item.hDC, full, [&](CDC& dc) {
-        ::SetTextColor(dc, ::GetTextColor(item.hDC));
         const bool isSeparator = (record.m_nFlags & MF_SEPARATOR) != 0;
         const bool isSelected = !isSeparator && IsSelected(item);
         if (isSelected) {
@@ -171,7 +170,7 @@ void CSkinMenu::DrawCommandGlyph(CDC& dc, const DRAWITEMSTRUCT& item, RECT strip
     if (item.itemState & (ODS_GRAYED | ODS_INACTIVE)) {
         ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
     } else if (IsSelected(item)) {
-        // Embossed: in the selection's colour, and again two pixels up and left in the context's own.
+        // Embossed: in the selection's colour, and again two pixels up and left in the surface's own, black.
         ::SetTextColor(dc, ::GetSysColor(COLOR_HIGHLIGHTTEXT));
         rect.OffsetRect(1, 1);
         DrawGlyph(dc, rect, glyph, isBold);
