@@ -163,7 +163,7 @@ TEST_F(MenuItem, EmptyPlacesAreHarmless) {
     Open();
     EXPECT_EQ(Drawn(0, 0, {50, 10, 50, 20}).CountOf(kUntouched), 210 * 40);
     EXPECT_EQ(Drawn(0, 0, {50, 10, 20, 5}).CountOf(kUntouched), 210 * 40);
-    Drawn(0, ODS_SELECTED, {LONG_MIN, LONG_MIN, LONG_MAX, LONG_MAX});
+    Drawn(0, ODS_SELECTED | ODS_CHECKED, {LONG_MIN, LONG_MIN, LONG_MAX, LONG_MAX});
     EXPECT_EQ(Result(), 0);
 }
 
