@@ -40,6 +40,36 @@ CString ShownText(const char* caption) {
     return shown;
 }
 
+/* The mark of a checked item. */
+struct CheckMark {
+    CBitmap* bitmap = nullptr;
+    CRect place;
+};
+
+CheckMark MarkOf(const DRAWITEMSTRUCT& item, const CSkinMenuItem& record, CRect stripe) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_FTYPE | MIIM_CHECKMARKS;
+    ::GetMenuItemInfoA(reinterpret_cast<HMENU>(item.hwndItem), static_cast<UINT>(record.m_nPosition), TRUE,
+                       &info);
+    stripe.DeflateRect(3, 3);
+    CBitmap* bitmap = tavix::SkinBitmap(BMP_MENU_CHECK);
+    // A host's own check bitmap is never drawn: it only chooses the other mark.
+    if ((info.fType & MFT_RADIOCHECK) || info.hbmpChecked) {
+        stripe.InflateRect(4, 1);
+        bitmap = tavix::SkinBitmap(BMP_MENU_RADIO);
+    }
+    return {bitmap, CRect(stripe.TopLeft(), CSize(kMarkSide, kMarkSide))};
+}
+
+void DrawMark(CDC& dc, const CheckMark& mark) {
+    if (!mark.bitmap) return;
+    const int saved = ::SaveDC(dc);
+    ::IntersectClipRect(dc, mark.place.left, mark.place.top, mark.place.right, mark.place.bottom);
+    tavix::DrawTransparent(&dc, mark.bitmap, mark.place.left, mark.place.top, 0, 0, kMarkKey);
+    ::RestoreDC(dc, saved);
+}
+
 bool IsSelected(const DRAWITEMSTRUCT& item) {
     return (item.itemState & (ODS_SELECTED | ODS_HOTLIGHT)) && !(item.itemState & ODS_INACTIVE);
 }
@@ -87,13 +117,23 @@ void CSkinMenu::MeasureItem(MEASUREITEMSTRUCT& item, CSkinMenuItem& record) {
 
 void CSkinMenu::DrawItem(const DRAWITEMSTRUCT& item, const CSkinMenuItem& record) {
     const CRect full(item.rcItem);
+    // Sums of co-ordinates below stay in range.
+    constexpr LONG kFarthest = 0xFFFF;
+    if (full.IsRectEmpty() || full.left < -kFarthest || full.top < -kFarthest || full.right > kFarthest ||
+        full.bottom > kFarthest)
+        return;
     CRect stripe(full);
     stripe.right = kStripeEnd;
     CRect textRect(full);
     textRect.left = kStripeEnd;
+    const bool isChecked = (item.itemState & ODS_CHECKED) != 0;
+    const CheckMark mark = isChecked ? MarkOf(item, record, stripe) : CheckMark{};
+    // One that reaches beyond the item is drawn on the target itself.
+    RECT united;
+    ::UnionRect(&united, &full, &mark.place);
+    const bool markFits = full == united;
 
     tavix::PaintOffscreen(item.hDC, full, [&](CDC& dc) {
-        ::SetTextColor(dc, ::GetTextColor(item.hDC));
         const bool isSeparator = (record.m_nFlags & MF_SEPARATOR) != 0;
         const bool isSelected = !isSeparator && IsSelected(item);
         if (isSelected) {
@@ -115,14 +155,15 @@ void CSkinMenu::DrawItem(const DRAWITEMSTRUCT& item, const CSkinMenuItem& record
             DrawItemText(dc, item, record, textRect);
         }
         DrawCommandGlyph(dc, item, stripe);
+        if (isChecked && markFits) DrawMark(dc, mark);
     });
 
     CDC target(item.hDC);
     // The system draws a submenu's arrow on it, in places as a picture of two colours.
     ::SetBkColor(target, tavix::SkinColour(IsSelected(item) ? CLR_MENU_SEL_BACK : CLR_MENU_TEXT_BACK));
-    if (item.itemState & ODS_CHECKED)
-        DrawCheckMark(target, item, record, stripe);
-    else if (record.m_pImageList)
+    if (isChecked && !markFits)
+        DrawMark(target, mark);
+    else if (!isChecked && record.m_pImageList)
         DrawIcon(target, item, *record.m_pImageList, stripe);
 }
 
@@ -171,7 +212,7 @@ void CSkinMenu::DrawCommandGlyph(CDC& dc, const DRAWITEMSTRUCT& item, RECT strip
     if (item.itemState & (ODS_GRAYED | ODS_INACTIVE)) {
         ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
     } else if (IsSelected(item)) {
-        // Embossed: in the selection's colour, and again two pixels up and left in the context's own.
+        // Embossed: in the selection's colour, and again two pixels up and left in the surface's own, black.
         ::SetTextColor(dc, ::GetSysColor(COLOR_HIGHLIGHTTEXT));
         rect.OffsetRect(1, 1);
         DrawGlyph(dc, rect, glyph, isBold);
@@ -201,28 +242,6 @@ void CSkinMenu::DrawGlyph(CDC& dc, RECT rect, char glyph, bool isBold) {
     const SelectionGuard font(dc, m_GlyphFont.GetSafeHandle());
     ::SetBkMode(dc, TRANSPARENT);
     dc.DrawText(&glyph, 1, inner, DT_CENTER | DT_SINGLELINE);
-}
-
-void CSkinMenu::DrawCheckMark(CDC& dc, const DRAWITEMSTRUCT& item, const CSkinMenuItem& record,
-                              const RECT& stripe) const {
-    MENUITEMINFOA info{};
-    info.cbSize = sizeof info;
-    info.fMask = MIIM_FTYPE | MIIM_CHECKMARKS;
-    ::GetMenuItemInfoA(reinterpret_cast<HMENU>(item.hwndItem), static_cast<UINT>(record.m_nPosition), TRUE,
-                       &info);
-    CRect rect(stripe);
-    rect.DeflateRect(3, 3);
-    CBitmap* mark = tavix::SkinBitmap(BMP_MENU_CHECK);
-    // A host's own check bitmap is never drawn: it only chooses the other mark.
-    if ((info.fType & MFT_RADIOCHECK) || info.hbmpChecked) {
-        rect.InflateRect(4, 1);
-        mark = tavix::SkinBitmap(BMP_MENU_RADIO);
-    }
-    if (!mark) return;
-    const int saved = ::SaveDC(dc);
-    ::IntersectClipRect(dc, rect.left, rect.top, rect.left + kMarkSide, rect.top + kMarkSide);
-    tavix::DrawTransparent(&dc, mark, rect.left, rect.top, 0, 0, kMarkKey);
-    ::RestoreDC(dc, saved);
 }
 
 void CSkinMenu::DrawIcon(CDC& dc, const DRAWITEMSTRUCT& item, const CImageList& icons,

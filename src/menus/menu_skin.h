@@ -61,8 +61,6 @@ private:
     void DrawItemText(CDC& dc, const DRAWITEMSTRUCT& item, const CSkinMenuItem& record, RECT textRect) const;
     void DrawCommandGlyph(CDC& dc, const DRAWITEMSTRUCT& item, RECT stripe);
     void DrawGlyph(CDC& dc, RECT rect, char glyph, bool isBold);
-    void DrawCheckMark(CDC& dc, const DRAWITEMSTRUCT& item, const CSkinMenuItem& record,
-                       const RECT& stripe) const;
     void DrawIcon(CDC& dc, const DRAWITEMSTRUCT& item, const CImageList& icons, const RECT& stripe) const;
 
     CFont m_ItemFont;

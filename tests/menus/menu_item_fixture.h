@@ -58,6 +58,7 @@ protected:
     }
     Picture Drawn(int position, UINT state = 0, const RECT& place = kPlace) {
         Canvas canvas(210, 40, kUntouched);
+        ::SetTextColor(canvas.Dc(), RGB(250, 250, 0));  // whatever the system has set
         DRAWITEMSTRUCT item = Drawing(position, state, canvas.Dc(), place);
         m_result = ::SendMessageA(*owner, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
         return canvas.Take();

@@ -163,7 +163,7 @@ TEST_F(MenuItem, EmptyPlacesAreHarmless) {
     Open();
     EXPECT_EQ(Drawn(0, 0, {50, 10, 50, 20}).CountOf(kUntouched), 210 * 40);
     EXPECT_EQ(Drawn(0, 0, {50, 10, 20, 5}).CountOf(kUntouched), 210 * 40);
-    Drawn(0, ODS_SELECTED, {LONG_MIN, LONG_MIN, LONG_MAX, LONG_MAX});
+    Drawn(0, ODS_SELECTED | ODS_CHECKED, {LONG_MIN, LONG_MIN, LONG_MAX, LONG_MAX});
     EXPECT_EQ(Result(), 0);
 }
 
@@ -284,7 +284,7 @@ TEST_F(MenuItem, FourSystemCommandsShowTheirGlyph) {
         ExpectSameStripe(Drawn(i, ODS_GRAYED | ODS_SELECTED),
                          GlyphStripe(glyph, 400, {{{0, 0}, grey}}, selected));
         ExpectSameStripe(Drawn(i, ODS_INACTIVE), GlyphStripe(glyph, 400, {{{0, 0}, grey}}, kWhite));
-        // Embossed; the upper pass is in the context's own colour, black.
+        // Embossed; the upper pass is black, whatever colour the system has set for the selection.
         ExpectSameStripe(Drawn(i, ODS_SELECTED),
                          GlyphStripe(glyph, 400, {{{1, 1}, light}, {{-1, -1}, 0}}, selected));
     }
