@@ -5,7 +5,6 @@
 
 #include "draw/menu_font.h"
 #include "frames/frame_skin.h"
-#include "frames/non_client.h"
 #include "menus/menu_bar_parts.h"
 #include "tavixskin/framework/frame_wnd.h"
 
