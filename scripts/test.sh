@@ -14,7 +14,7 @@ suites=()
 run_suite() {
     local architecture=$1 regex=$2 folder=$TAVIX_BUILD/$1
     export TAVIX_RESULTS=$folder/results
-    export TAVIX_TEST_TIMEOUT=${TAVIX_TEST_TIMEOUT:-1200}
+    export TAVIX_TEST_TIMEOUT=${TAVIX_TEST_TIMEOUT:-2400}
     rm -rf -- "$TAVIX_RESULTS"
     mkdir -p "$TAVIX_RESULTS"
     # Ends with this script, even if that is killed.

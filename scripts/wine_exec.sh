@@ -4,7 +4,7 @@
 # takes longer than TAVIX_TEST_TIMEOUT seconds is killed, with all that it left running in its prefix.
 set -euo pipefail
 
-limit=${TAVIX_TEST_TIMEOUT:-1200}
+limit=${TAVIX_TEST_TIMEOUT:-2400}
 program=$1
 shift
 name=$(basename -- "$program" .exe)
