@@ -111,6 +111,15 @@ LRESULT CALLBACK AfxCbtHookProc(int code, WPARAM wParam, LPARAM lParam) {
     return ::CallNextHookEx(hook, code, wParam, lParam);
 }
 
+namespace {
+
+bool IsFrameworkClass(const CREATESTRUCTA& create) {
+    WNDCLASSA facts{};
+    return ::GetClassInfoA(create.hInstance, create.lpszClass, &facts) && facts.lpfnWndProc == &AfxWndProc;
+}
+
+}  // namespace
+
 bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWORD style, const RECT& rect,
                     HWND parent, UINT id, void* parameter, HINSTANCE instance) {
     if (m_hWnd) return false;
@@ -131,20 +140,24 @@ bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWO
     return PreCreateWindow(create) && CreateFrom(create);
 }
 
+// A window whose class has the framework's own procedure meets its object there, at its first message. One of
+// another class needs a hook, of which the system asks at each step of the window's making.
 bool CWnd::CreateFrom(const CREATESTRUCTA& create) {
     AFX_THREAD_STATE* state = AfxGetThreadState();
-    HHOOK former = state->m_hHookCreate;
-    HHOOK hook = ::SetWindowsHookExA(WH_CBT, &AfxCbtHookProc, nullptr, ::GetCurrentThreadId());
-    if (!hook) return false;
-    state->m_hHookCreate = hook;
-    state->m_pWndInit = this;
+    HHOOK hook = nullptr;
+    if (!IsFrameworkClass(create)) {
+        hook = ::SetWindowsHookExA(WH_CBT, &AfxCbtHookProc, nullptr, ::GetCurrentThreadId());
+        if (!hook) return false;
+    }
+    HHOOK formerHook = std::exchange(state->m_hHookCreate, hook);
+    CWnd* formerWindow = std::exchange(state->m_pWndInit, this);
     HWND window =
         ::CreateWindowExA(create.dwExStyle, create.lpszClass, create.lpszName,
                           static_cast<DWORD>(create.style), create.x, create.y, create.cx, create.cy,
                           create.hwndParent, create.hMenu, create.hInstance, create.lpCreateParams);
-    state->m_pWndInit = nullptr;
-    ::UnhookWindowsHookEx(hook);
-    state->m_hHookCreate = former;
+    state->m_pWndInit = formerWindow;
+    if (hook) ::UnhookWindowsHookEx(hook);
+    state->m_hHookCreate = formerHook;
     return window != nullptr;
 }
 
@@ -154,10 +167,18 @@ bool CWnd::DestroyWindow() { return m_hWnd && ::DestroyWindow(m_hWnd); }
 
 // ---------------------------------------------------------------- messages
 
+// The object of a window, which at the first message of one that is being made is its maker.
+CWnd* CWnd::ObjectOf(HWND window, AFX_THREAD_STATE& thread) {
+    CWnd* object = FromHandlePermanent(window);
+    if (object || !thread.m_pWndInit || thread.m_hHookCreate) return object;
+    CWnd* maker = std::exchange(thread.m_pWndInit, nullptr);
+    return maker->Attach(window) ? maker : nullptr;
+}
+
 LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // Windows of the framework belong to the library, whoever sends them a message.
     AFX_MAINTAIN_STATE2 state(AfxGetLibraryModuleState());
-    CWnd* object = CWnd::FromHandlePermanent(window);
+    CWnd* object = CWnd::ObjectOf(window, *state.ThreadState());
     if (!object) return ::DefWindowProcA(window, message, wParam, lParam);
 
     MSG& inFlight = state.ThreadState()->m_lastSentMsg;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -192,6 +193,102 @@ TEST_F(WndTest, CreationNests) {
     EXPECT_EQ(CWnd::FromHandlePermanent(outer.inner.GetSafeHwnd()), &outer.inner);
     EXPECT_EQ(CWnd::FromHandlePermanent(outer.plain), nullptr);
     EXPECT_EQ(ProcedureOf(outer.plain), &PlainProcedure);
+}
+
+// ---------------------------------------------------------------- windows of the framework's own procedure
+
+constexpr char kFrameworkClass[] = "TavixTestFrameworkWindow";
+
+class FrameworkClassTest : public WndTest {
+protected:
+    void SetUp() override {
+        WNDCLASSA cls{};
+        cls.lpfnWndProc = &AfxWndProc;
+        cls.hInstance = ::GetModuleHandleA(nullptr);
+        cls.lpszClassName = kFrameworkClass;
+        ASSERT_NE(::RegisterClassA(&cls), 0);
+    }
+    void TearDown() override { ::UnregisterClassA(kFrameworkClass, ::GetModuleHandleA(nullptr)); }
+    static bool Make(CWnd& window) {
+        return window.CreateEx(0, kFrameworkClass, "", WS_POPUP, CRect(0, 0, 5, 5), nullptr, 0);
+    }
+};
+
+TEST_F(FrameworkClassTest, ObjectSeesItsWindowFromItsFirstMessageOn) {
+    BaseWindow window;
+    ASSERT_TRUE(Make(window));
+    ASSERT_FALSE(window.messages.empty());
+    EXPECT_TRUE(window.messages[0] == WM_GETMINMAXINFO || window.messages[0] == WM_NCCREATE);
+    EXPECT_EQ(CWnd::FromHandlePermanent(window.GetSafeHwnd()), &window);
+    EXPECT_EQ(ProcedureOf(window.GetSafeHwnd()), &AfxWndProc);
+    int ended = 0;
+    window.nc_destroyed = &ended;
+    EXPECT_TRUE(window.DestroyWindow());
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(window.GetSafeHwnd(), nullptr);
+}
+
+TEST_F(FrameworkClassTest, WindowWithoutAnObjectIsNobodys) {
+    const auto make = [] {
+        return ::CreateWindowExA(0, kFrameworkClass, "", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr,
+                                 ::GetModuleHandleA(nullptr), nullptr);
+    };
+    HWND before = make();
+    ASSERT_NE(before, nullptr);
+    BaseWindow window;
+    ASSERT_TRUE(Make(window));
+    HWND after = make();
+    EXPECT_EQ(CWnd::FromHandlePermanent(before), nullptr);
+    EXPECT_EQ(CWnd::FromHandlePermanent(after), nullptr);
+    ::DestroyWindow(before);
+    ::DestroyWindow(after);
+}
+
+TEST_F(FrameworkClassTest, WindowThatRefusesItsCreationLeavesNothing) {
+    class Refusing : public BaseWindow {
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+            return message == WM_CREATE ? -1 : BaseWindow::WindowProc(message, wParam, lParam);
+        }
+    } refusing;
+    EXPECT_FALSE(Make(refusing));
+    EXPECT_EQ(refusing.GetSafeHwnd(), nullptr);
+    BaseWindow next;
+    ASSERT_TRUE(Make(next));
+    EXPECT_EQ(CWnd::FromHandlePermanent(next.GetSafeHwnd()), &next);
+}
+
+// A hook of the host's may make windows of the framework before the first message of the one that it hears
+// of.
+CWnd* g_madeInHook = nullptr;
+bool g_madeByHook = false;
+LRESULT CALLBACK MakingHook(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND)
+        if (CWnd* inner = std::exchange(g_madeInHook, nullptr))
+            g_madeByHook = inner->CreateEx(0, kFrameworkClass, "", WS_POPUP, CRect(0, 0, 5, 5), nullptr, 0);
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(FrameworkClassTest, WindowMadeInTheMakingOfAnotherIsNotMixedUpWithIt) {
+    HHOOK hook = ::SetWindowsHookExA(WH_CBT, &MakingHook, nullptr, ::GetCurrentThreadId());
+    ASSERT_NE(hook, nullptr);
+    for (const char* outerClass : {kFrameworkClass, kPlainClass}) {
+        SCOPED_TRACE(outerClass);
+        BaseWindow outer, inner;
+        g_madeInHook = &inner;
+        g_madeByHook = false;
+        ASSERT_TRUE(outer.CreateEx(0, outerClass, "", WS_POPUP, CRect(0, 0, 9, 9), nullptr, 0));
+        ASSERT_TRUE(g_madeByHook);
+        EXPECT_EQ(CWnd::FromHandlePermanent(outer.GetSafeHwnd()), &outer);
+        EXPECT_EQ(CWnd::FromHandlePermanent(inner.GetSafeHwnd()), &inner);
+        CRect place;
+        ::GetWindowRect(outer.GetSafeHwnd(), &place);
+        EXPECT_EQ(place.Width(), 9);
+        ::GetWindowRect(inner.GetSafeHwnd(), &place);
+        EXPECT_EQ(place.Width(), 5);
+        EXPECT_NE(std::count(outer.messages.begin(), outer.messages.end(), UINT{WM_CREATE}), 0);
+        EXPECT_NE(std::count(inner.messages.begin(), inner.messages.end(), UINT{WM_CREATE}), 0);
+    }
+    ::UnhookWindowsHookEx(hook);
 }
 
 TEST_F(WndTest, PostNcDestroyIsCalledOnceAndMayDeleteTheObject) {

@@ -24,7 +24,7 @@ struct AFX_THREAD_STATE {
     MSG m_lastSentMsg{};
     /* The module whose code runs; null means the program's. */
     AFX_MODULE_STATE* m_pModuleState = nullptr;
-    /* The window object that the next window to be created belongs to, and its hook. */
+    /* The window object that the next window to be created belongs to, and its hook if it needs one. */
     CWnd* m_pWndInit = nullptr;
     HHOOK m_hHookCreate = nullptr;
     /* Nesting of AFX_MAINTAIN_STATE2; temporary window objects go when the outermost ends. */

@@ -127,6 +127,7 @@ protected:
 private:
     friend LRESULT CALLBACK AfxWndProc(HWND, UINT, WPARAM, LPARAM);
     friend LRESULT CALLBACK AfxCbtHookProc(int, WPARAM, LPARAM);
+    static CWnd* ObjectOf(HWND window, struct AFX_THREAD_STATE& thread);
     void OnNcDestroy();
     bool CreateFrom(const CREATESTRUCTA& create);
 
