@@ -2,6 +2,7 @@
 
 #include "controls/parent_background.h"
 #include "engine/skin_values.h"
+#include "engine/tab_controls.h"
 #include "engine/window_class.h"
 #include "tavixskin/value_ids.h"
 
@@ -10,21 +11,6 @@ namespace {
 constexpr char kTabControl[] = "SysTabControl32";
 
 bool ClipsChildren(HWND window) { return ::GetWindowLongA(window, GWL_STYLE) & WS_CLIPCHILDREN; }
-
-struct TabSearch {
-    CRect place;  // on the screen
-    bool found = false;
-};
-
-// Geometry alone counts: a tab control that is merely overlapped is found too.
-BOOL CALLBACK FindTabUnder(HWND child, LPARAM param) {
-    auto& search = *reinterpret_cast<TabSearch*>(param);
-    if (!tavix::WindowClassName(child).Is(kTabControl)) return TRUE;
-    CRect tab, common;
-    ::GetWindowRect(child, &tab);
-    search.found = ::IntersectRect(&common, &tab, &search.place);
-    return !search.found;
-}
 
 }  // namespace
 
@@ -86,12 +72,16 @@ HBRUSH CSkinStatic::RenewBrush(COLORREF colour) {
     return backBrush;
 }
 
-// Once found, a tab control counts for good, even after a move.
+// Geometry alone counts: a tab control that is merely overlapped is found too. Once found, it counts for
+// good, even after a move.
 void CSkinStatic::LookForTab(HWND parent) {
-    TabSearch search;
-    GetWindowRect(&search.place);
-    ::EnumChildWindows(parent, FindTabUnder, reinterpret_cast<LPARAM>(&search));
-    if (search.found) overTabPage = TRUE;
+    if (overTabPage) return;
+    CRect place, tab, common;
+    GetWindowRect(&place);
+    for (HWND window : tavix::TabControlsBelow(parent)) {
+        ::GetWindowRect(window, &tab);
+        if (::IntersectRect(&common, &tab, &place)) overTabPage = TRUE;
+    }
 }
 
 COLORREF CSkinStatic::ColourBehindIcon() const {

@@ -15,6 +15,7 @@
 #include "controls/static_skin.h"
 #include "controls/trackbar_skin.h"
 #include "engine/quiet_skins.h"
+#include "engine/tab_controls.h"
 #include "engine/window_class.h"
 #include "frames/dialog_skin.h"
 #include "frames/frame_skin.h"
@@ -115,6 +116,11 @@ void AttachEdit(HWND window) {
     if (CSkinComboBox* combo = ComboAround(window)) combo->editWnd = window;
 }
 
+void AttachTabControl(HWND window) {
+    tavix::NoteTabControl(window);
+    AttachSkin<CSkinTabCtrl>(window);
+}
+
 struct ClassRow {
     const char* className;
     void (*attach)(HWND window);
@@ -154,7 +160,7 @@ constexpr ClassRow kClassTable[] = {
     {"SysAnimate32", AttachSkin<CSkinAnimate>},
     {"msctls_trackbar32", AttachSkin<CSkinTrackBar>},
     {"SysHeader32", AttachSkin<CSkinHeader>},
-    {"SysTabControl32", AttachSkin<CSkinTabCtrl>},
+    {"SysTabControl32", AttachTabControl},
     {"msctls_updown32", AttachSkin<CSkinClientWnd>},
     {"msctls_trackbar32", AttachSkin<CSkinClientWnd>},  // never reached: it has its skin above
     {"AfxMDIFrame42d", AttachSkin<CSkinMDIFrame>},

@@ -7,6 +7,7 @@
 #include "engine/interception.h"
 #include "engine/skin_wnd_base.h"
 #include "engine/skin_wnd_proc.h"
+#include "engine/tab_controls.h"
 #include "engine/window_hook.h"
 #include "tavixskin/framework/wnd.h"
 
@@ -43,6 +44,7 @@ CTavixSkin::~CTavixSkin() {
 
 int CTavixSkin::InstallSkin() {
     if (IsNtFamily()) InstallApiHooks();
+    tavix::ForgetTabControls();
     m_hHook = ::SetWindowsHookExA(WH_CALLWNDPROC, &SkinHookProc, nullptr, ::GetCurrentThreadId());
     if (!m_hHook) {
         Trace("Fail to hook the thread");

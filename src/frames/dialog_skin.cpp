@@ -2,6 +2,8 @@
 
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
+#include "engine/tab_controls.h"
+#include "engine/window_call.h"
 #include "engine/window_class.h"
 #include "frames/dialog_paint.h"
 #include "frames/frame_geometry.h"
@@ -127,7 +129,7 @@ LRESULT CSkinDialog::OnChangedCaption(UINT message, WPARAM wParam, LPARAM lParam
 }
 
 HICON CSkinDialog::SmallIcon() const {
-    return reinterpret_cast<HICON>(::SendMessageA(m_hWnd, WM_GETICON, ICON_SMALL, 0));
+    return reinterpret_cast<HICON>(tavix::CallWindow(m_hWnd, WM_GETICON, ICON_SMALL));
 }
 
 void CSkinDialog::OnNcPaint() {
@@ -161,16 +163,15 @@ void CSkinDialog::OnNcPaint() {
 
 // ---------------------------------------------------------------- background
 
-BOOL CALLBACK CSkinDialog::FindCoveringTab(HWND child, LPARAM dialog) {
-    CSkinDialog* self = reinterpret_cast<CSkinDialog*>(dialog);
-    if (!tavix::WindowClassName(child).Is("SysTabControl32")) return TRUE;
-    CRect tab;
-    CRect page;
-    ::GetWindowRect(child, &tab);
-    self->GetWindowRect(&page);
-    if (page.left >= tab.left && page.top >= tab.top && page.right <= tab.right && page.bottom <= tab.bottom)
-        self->m_bOnTabPage = 1;
-    return TRUE;
+void CSkinDialog::LookForCoveringTab(HWND ancestor) {
+    CRect page, tab;
+    GetWindowRect(&page);
+    for (HWND window : tavix::TabControlsBelow(ancestor)) {
+        ::GetWindowRect(window, &tab);
+        if (page.left >= tab.left && page.top >= tab.top && page.right <= tab.right &&
+            page.bottom <= tab.bottom)
+            m_bOnTabPage = 1;
+    }
 }
 
 /*
@@ -182,8 +183,7 @@ bool CSkinDialog::IsOnTabPage() {
     HWND parent = GetParent();
     if (!parent) return false;
     if (tavix::WindowClassName(parent).Is("SysTabControl32")) return true;
-    for (HWND p = parent; p && !m_bOnTabPage; p = ::GetParent(p))
-        ::EnumChildWindows(p, &FindCoveringTab, reinterpret_cast<LPARAM>(this));
+    for (HWND p = parent; p && !m_bOnTabPage; p = ::GetParent(p)) LookForCoveringTab(p);
     return m_bOnTabPage != 0;
 }
 

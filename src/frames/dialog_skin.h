@@ -30,7 +30,7 @@ private:
     HWND CaptionedAncestor() const;
     void PaintBackground(HDC dc);
     void RepaintNonClient() const { ::SendMessageA(m_hWnd, WM_NCPAINT, 0, 0); }
-    static BOOL CALLBACK FindCoveringTab(HWND child, LPARAM dialog);
+    void LookForCoveringTab(HWND ancestor);
 
     // dialog_input.cpp: mouse
     LRESULT HitTest(LRESULT answer, CPoint screen) const;
