@@ -10,6 +10,7 @@
 #include "commonctrls/tab_ctrl_geometry.h"
 #include "commonctrls/tab_ctrl_paint.h"
 #include "draw/offscreen.h"
+#include "engine/window_call.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ std::string TabText(HWND tabs, int index) {
     item.mask = TCIF_TEXT;
     item.pszText = text;
     item.cchTextMax = kTextRoom;
-    if (!::SendMessageA(tabs, TCM_GETITEMA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)))
+    if (!tavix::CallWindow(tabs, TCM_GETITEMA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)))
         return {};
     // The control may have put a text of its own in the buffer's place.
     return item.pszText && item.pszText != LPSTR_TEXTCALLBACKA ? item.pszText : "";
@@ -70,12 +71,12 @@ LRESULT CSkinTabCtrl::OnAdjustRect(WPARAM wParam, LPARAM lParam) {
 
 tavix::TabCtrlParts CSkinTabCtrl::ReadParts() const {
     tavix::TabCtrlParts parts{
-        ParentArea(), static_cast<int>(::SendMessageA(m_hWnd, TCM_GETCURSEL, 0, 0)), {}};
-    const int count = static_cast<int>(::SendMessageA(m_hWnd, TCM_GETITEMCOUNT, 0, 0));
+        ParentArea(), static_cast<int>(tavix::CallWindow(m_hWnd, TCM_GETCURSEL, 0, 0)), {}};
+    const int count = static_cast<int>(tavix::CallWindow(m_hWnd, TCM_GETITEMCOUNT, 0, 0));
     for (int i = 0; i < count; ++i) {
         tavix::TabFace tab;
-        ::SendMessageA(m_hWnd, TCM_GETITEMRECT, static_cast<WPARAM>(i),
-                       reinterpret_cast<LPARAM>(static_cast<RECT*>(&tab.rect)));
+        tavix::CallWindow(m_hWnd, TCM_GETITEMRECT, static_cast<WPARAM>(i),
+                          reinterpret_cast<LPARAM>(static_cast<RECT*>(&tab.rect)));
         tab.text = TabText(m_hWnd, i);
         parts.tabs.push_back(std::move(tab));
     }

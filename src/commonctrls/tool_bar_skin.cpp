@@ -10,6 +10,7 @@
 #include "draw/gradient.h"
 #include "draw/offscreen.h"
 #include "engine/skin_values.h"
+#include "engine/window_call.h"
 
 namespace {
 
@@ -77,24 +78,22 @@ LRESULT CSkinToolBar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // ---------------------------------------------------------------- the control
 
-int CSkinToolBar::ButtonCount() const {
-    return static_cast<int>(::SendMessageA(m_hWnd, TB_BUTTONCOUNT, 0, 0));
-}
+int CSkinToolBar::ButtonCount() const { return static_cast<int>(tavix::CallWindow(m_hWnd, TB_BUTTONCOUNT)); }
 
 int CSkinToolBar::HitTest(POINT point) const {
-    return static_cast<int>(::SendMessageA(m_hWnd, TB_HITTEST, 0, reinterpret_cast<LPARAM>(&point)));
+    return static_cast<int>(tavix::CallWindow(m_hWnd, TB_HITTEST, 0, reinterpret_cast<LPARAM>(&point)));
 }
 
 bool CSkinToolBar::ReadFacts(int index, TBBUTTON& facts) const {
-    return index >= 0 &&
-           ::SendMessageA(m_hWnd, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&facts));
+    return index >= 0 && tavix::CallWindow(m_hWnd, TB_GETBUTTON, static_cast<WPARAM>(index),
+                                           reinterpret_cast<LPARAM>(&facts));
 }
 
 // Empty for a button that is hidden or isn't there.
 CRect CSkinToolBar::ItemRect(int index) const {
     CRect rect;
-    const bool known = index >= 0 && ::SendMessageA(m_hWnd, TB_GETITEMRECT, static_cast<WPARAM>(index),
-                                                    reinterpret_cast<LPARAM>(static_cast<RECT*>(&rect)));
+    const bool known = index >= 0 && tavix::CallWindow(m_hWnd, TB_GETITEMRECT, static_cast<WPARAM>(index),
+                                                       reinterpret_cast<LPARAM>(static_cast<RECT*>(&rect)));
     return known ? rect : CRect();
 }
 
@@ -107,7 +106,7 @@ bool CSkinToolBar::ReadButton(int index, tavix::ToolButton& button) const {
 
 tavix::ToolBarImages CSkinToolBar::Images() const {
     const auto list = [this](UINT message) {
-        return reinterpret_cast<HIMAGELIST>(::SendMessageA(m_hWnd, message, 0, 0));
+        return reinterpret_cast<HIMAGELIST>(tavix::CallWindow(m_hWnd, message));
     };
     return {list(TB_GETIMAGELIST), list(TB_GETHOTIMAGELIST), list(TB_GETDISABLEDIMAGELIST)};
 }

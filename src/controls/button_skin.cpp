@@ -4,6 +4,7 @@
 #include "controls/control_text.h"
 #include "controls/parent_background.h"
 #include "draw/offscreen.h"
+#include "engine/window_call.h"
 
 LRESULT CSkinButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -74,7 +75,7 @@ LRESULT CSkinButton::OnSetText(WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CSkinButton::OnPaint(WPARAM wParam, LPARAM lParam) {
-    font = reinterpret_cast<HFONT>(::SendMessageA(m_hWnd, WM_GETFONT, 0, 0));
+    font = reinterpret_cast<HFONT>(tavix::CallWindow(m_hWnd, WM_GETFONT));
     if (IsOwnerDrawnStyle())
         Default(WM_PAINT, wParam, lParam);
     else
@@ -88,7 +89,7 @@ LRESULT CSkinButton::OnEraseBackground() {
 }
 
 LRESULT CSkinButton::OnSetCheck(WPARAM wParam, LPARAM lParam) {
-    if (HasMark() && static_cast<WPARAM>(::SendMessageA(m_hWnd, BM_GETCHECK, 0, 0)) == wParam) return 0;
+    if (HasMark() && static_cast<WPARAM>(tavix::CallWindow(m_hWnd, BM_GETCHECK)) == wParam) return 0;
     const LRESULT result = Default(BM_SETCHECK, wParam, lParam);
     RepaintFace();
     return result;
@@ -240,7 +241,7 @@ void CSkinButton::PaintButton() {
         return;
     }
     if (!HasMark()) return;
-    const bool checked = ::SendMessageA(m_hWnd, BM_GETCHECK, 0, 0) != BST_UNCHECKED;
+    const bool checked = tavix::CallWindow(m_hWnd, BM_GETCHECK) != BST_UNCHECKED;
     // A radio button deliberately makes no second try for the colour beside it.
     tavix::SampleParentBackground(m_hWnd, dc,
                                   IsRadioStyle() ? tavix::SecondTry::None : tavix::SecondTry::ParentOrigin);

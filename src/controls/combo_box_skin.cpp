@@ -6,6 +6,7 @@
 #include "controls/combo_box_paint.h"
 #include "controls/drop_list_skin.h"
 #include "controls/parent_background.h"
+#include "engine/window_call.h"
 #include "frames/non_client.h"
 
 IMPLEMENT_DYNAMIC(CSkinComboBox, CSkinWndBaseClass)
@@ -325,17 +326,13 @@ void CSkinComboBox::FitEdit() {
         ::SetWindowPos(content, nullptr, 0, 0, place.Width(), place.Height(), SWP_SHOWWINDOW);
 }
 
-// A region that the window has already is not set again: some platforms measure and paint the whole frame
-// anew for it, and this runs at each painting of the frame.
+// At each painting of the frame.
 void CSkinComboBox::CutShape() {
     CRect window;
     GetWindowRect(&window);
-    CRgn shape, present;
+    CRgn shape;
     tavix::MakeComboRegion(shape, window.Size());
-    present.CreateRectRgn(0, 0, 0, 0);
-    if (::GetWindowRgn(m_hWnd, present) != ERROR && ::EqualRgn(shape, present)) return;
-    // The system owns the region from then on.
-    if (::SetWindowRgn(m_hWnd, shape, FALSE)) shape.Detach();
+    tavix::SetShape(m_hWnd, shape, FALSE);
 }
 
 LRESULT CSkinComboBox::OnNcPaint() {
@@ -379,7 +376,7 @@ LRESULT CSkinComboBox::OnPaint() {
     item.hDC = dc;
     item.rcItem = room;
     item.itemData =
-        static_cast<ULONG_PTR>(::SendMessageA(m_hWnd, CB_GETITEMDATA, static_cast<WPARAM>(current), 0));
+        static_cast<ULONG_PTR>(tavix::CallWindow(m_hWnd, CB_GETITEMDATA, static_cast<WPARAM>(current)));
     ::SendMessageA(m_hWnd, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
     ::SetBkMode(dc, formerMode);
     return 0;

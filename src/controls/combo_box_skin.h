@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/skin_wnd_base.h"
+#include "engine/window_call.h"
 #include "tavixskin/framework/gdi.h"
 #include "tavixskin/framework/string.h"
 
@@ -66,7 +67,7 @@ private:
     void AfterDelete();
     void OnListChoice(int item);
 
-    bool IsOpen() const { return ::SendMessageA(m_hWnd, CB_GETDROPPEDSTATE, 0, 0) != 0; }
+    bool IsOpen() const { return tavix::CallWindow(m_hWnd, CB_GETDROPPEDSTATE) != 0; }
     void ShowList(bool open) const { ::SendMessageA(m_hWnd, CB_SHOWDROPDOWN, open, 0); }
     void FocusContent() const;
     void OpenList() const;

@@ -41,7 +41,6 @@ void PaintDropRow(CDC& dc, const RECT& row, bool current, const std::wstring& te
     constexpr int kIndent = 2;
     room.left += kIndent;
     room.left += PaintRowImage(dc, room, image);
-    const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     const TextScope scope(dc, current ? parts.currentText : parts.text);
     ::DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &room, DT_VCENTER | DT_SINGLELINE);
 }

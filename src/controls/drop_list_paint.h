@@ -27,6 +27,7 @@ struct DropRowImage {
     int index = -1;  // -1: the row has none, though it keeps the room
 };
 
+/* Writes the text in the context's font. */
 void PaintDropRow(CDC& dc, const RECT& row, bool current, const std::wstring& text, const DropRowImage& image,
                   const DropRowParts& parts);
 

@@ -7,6 +7,7 @@
 #include "controls/parent_background.h"
 #include "draw/offscreen.h"
 #include "engine/skin_values.h"
+#include "engine/window_call.h"
 #include "scroll/skin_scroll_bar.h"
 #include "tavixskin/value_ids.h"
 
@@ -27,10 +28,6 @@ CString AnsiText(const std::wstring& wide) {
     ::WideCharToMultiByte(CP_ACP, 0, wide.c_str(), -1, text.GetBuffer(size), size, nullptr, nullptr);
     text.ReleaseBuffer();
     return text;
-}
-
-LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return window ? ::SendMessageA(window, message, wParam, lParam) : LB_ERR;
 }
 
 }  // namespace
@@ -159,8 +156,8 @@ LRESULT CSkinDropList::OnKey(WPARAM key) {
         case VK_DOWN:
             return 0;
         default:
-            Ask(ComboWindow(), WM_COMMAND, MAKEWPARAM(controlId, LBN_SELCHANGE),
-                reinterpret_cast<LPARAM>(m_hWnd));
+            ::SendMessageA(ComboWindow(), WM_COMMAND, MAKEWPARAM(controlId, LBN_SELCHANGE),
+                           reinterpret_cast<LPARAM>(m_hWnd));
             return 0;
     }
 }
@@ -202,7 +199,7 @@ LRESULT CSkinDropList::OnRelease(LPARAM lParam) {
 // The capture goes on to the combo box, which ends it. Hosts hear of the closing, and may end more.
 void CSkinDropList::CloseList() {
     ::ReleaseCapture();
-    Ask(ComboWindow(), CB_SHOWDROPDOWN, FALSE);
+    ::SendMessageA(ComboWindow(), CB_SHOWDROPDOWN, FALSE, 0);
     if (HWND owner = ComboWindow()) ::SetCapture(owner);
 }
 
@@ -321,7 +318,8 @@ void CSkinDropList::PositionScrollBar() {
 void CSkinDropList::HideScrollBar() {
     if (!HasBar()) return;
     ::ShowWindow(Bar(), SW_HIDE);
-    if (HasBar()) ::EnableWindow(Bar(), FALSE);
+    // Also a window that is disabled already would be told.
+    if (HasBar() && ::IsWindowEnabled(Bar())) ::EnableWindow(Bar(), FALSE);
 }
 
 void CSkinDropList::UpdateScrollBar() {
@@ -353,11 +351,13 @@ HWND CSkinDropList::ComboWindow() const {
 
 bool CSkinDropList::IsOwnerDrawn() const { return combo && combo->IsOwnerDrawn(); }
 
-int CSkinDropList::Count() const { return static_cast<int>(std::max<LRESULT>(Ask(m_hWnd, LB_GETCOUNT), 0)); }
+int CSkinDropList::Count() const {
+    return static_cast<int>(std::max<LRESULT>(tavix::CallWindow(m_hWnd, LB_GETCOUNT), 0));
+}
 
 int CSkinDropList::ItemHeight() const {
     if (Count() < 1) return defaultItemHeight;
-    const LRESULT height = Ask(ComboWindow(), CB_GETITEMHEIGHT, 0);
+    const LRESULT height = tavix::CallWindow(ComboWindow(), CB_GETITEMHEIGHT);
     return static_cast<int>(std::clamp<LRESULT>(height, 0, 0x7FFF));
 }
 
@@ -428,6 +428,7 @@ void CSkinDropList::PaintContent(CDC& dc, const CRect& area, const tavix::DropRo
 
 void CSkinDropList::PaintRows(CDC& dc, const tavix::DropRows& rows) const {
     const tavix::DropRowParts parts = tavix::DropRowPartsOf();
+    const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
     // Never through a long list: what doesn't show has nothing to draw.
     const std::int64_t end = std::min<std::int64_t>(rows.count, std::int64_t{rows.top} + rows.visible);
     for (int i = std::max(rows.top, 0); i < end; ++i) {
@@ -447,7 +448,8 @@ void CSkinDropList::DrawOwnerRows(HDC dc, const tavix::DropRows& rows, UINT curr
         HWND owner = ComboWindow();
         if (!IsAlive() || !owner) return;
         const UINT state = i == currentItem ? currentState : kOtherState;
-        const auto data = static_cast<ULONG_PTR>(Ask(owner, CB_GETITEMDATA, static_cast<WPARAM>(i)));
+        const auto data =
+            static_cast<ULONG_PTR>(tavix::CallWindow(owner, CB_GETITEMDATA, static_cast<WPARAM>(i)));
         DRAWITEMSTRUCT item = tavix::DrawItemOf({m_hWnd, controlId, i, state, rows.RowRect(i), data}, dc);
         ::SendMessageA(owner, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
     }

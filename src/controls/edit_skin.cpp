@@ -41,10 +41,13 @@ LRESULT CSkinEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 // The client area grows at the next measuring of the frame, not before.
 void CSkinEdit::TakeFrameOff() {
     exStyle = static_cast<DWORD>(::GetWindowLongA(m_hWnd, GWL_EXSTYLE));
-    constexpr DWORD kEdges = WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE;
-    ::SetWindowLongA(m_hWnd, GWL_EXSTYLE, static_cast<LONG>(exStyle & ~kEdges));
-    const LONG style = ::GetWindowLongA(m_hWnd, GWL_STYLE);
-    ::SetWindowLongA(m_hWnd, GWL_STYLE, style & ~WS_BORDER);
+    // A change is told to the window twice, also one that changes nothing.
+    const auto takeOff = [this](int styles, DWORD bits) {
+        const auto present = static_cast<DWORD>(::GetWindowLongA(m_hWnd, styles));
+        if (present & bits) ::SetWindowLongA(m_hWnd, styles, static_cast<LONG>(present & ~bits));
+    };
+    takeOff(GWL_EXSTYLE, WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE);
+    takeOff(GWL_STYLE, WS_BORDER);
     if (HWND parent = GetParent()) inComboBox = tavix::WindowClassName(parent).Is("Combobox");
 }
 

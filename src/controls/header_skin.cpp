@@ -4,8 +4,12 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <cstdint>
+
 #include "draw/offscreen.h"
 #include "engine/skin_values.h"
+#include "engine/window_call.h"
 #include "tavixskin/value_ids.h"
 
 namespace {
@@ -30,24 +34,31 @@ int WidthOf(const CBitmap* bitmap) { return bitmap ? static_cast<int>(bitmap->Ge
 /* Draws pieces in their own width, stretched to the height of the header or of an item. */
 class PieceStretcher {
 public:
-    explicit PieceStretcher(CDC& dc) : m_dc(dc), m_source(dc) {}
+    PieceStretcher(CDC& dc, int width) : m_dc(dc), m_source(dc), m_width(width) {}
 
-    /* At x = from, from + width, ... while x < end. */
-    void Repeat(const CBitmap* piece, int from, int end, int top, int height) const {
+    /*
+     * At x = from, from + width, ... while x < end; copies that lie outside the header are left out. A host
+     * may have made an item as wide as a number can be.
+     */
+    void Repeat(const CBitmap* piece, std::int64_t from, std::int64_t end, int top, int height) const {
         if (!piece || from >= end) return;
         const CSize size = piece->GetBitmapSize();
         const SelectionGuard selection(m_source, *piece);
         if (!selection || size.cx <= 0) return;
-        for (int x = from; x < end; x += size.cx)
-            ::StretchBlt(m_dc, x, top, size.cx, height, m_source, 0, 0, size.cx, size.cy, SRCCOPY);
+        std::int64_t x = from < 0 ? from - from / size.cx * size.cx : from;
+        for (end = std::min<std::int64_t>(end, m_width); x < end; x += size.cx)
+            ::StretchBlt(m_dc, static_cast<int>(x), top, size.cx, height, m_source, 0, 0, size.cx, size.cy,
+                         SRCCOPY);
     }
 
     void DrawItemFace(const CRect& item, const HeaderParts& parts) const {
-        const auto draw = [&](const CBitmap* piece, int from, int end) {
+        const auto draw = [&](const CBitmap* piece, std::int64_t from, std::int64_t end) {
             Repeat(piece, from, end, item.top, item.Height());
         };
-        const int middle = item.left + WidthOf(parts.left), right = item.right - WidthOf(parts.right);
-        draw(parts.left, item.left, item.left + 1);
+        const std::int64_t left = item.left;
+        const std::int64_t middle = left + WidthOf(parts.left);
+        const std::int64_t right = std::int64_t{item.right} - WidthOf(parts.right);
+        draw(parts.left, left, left + 1);
         draw(parts.tile, middle, item.right);
         draw(parts.right, right, right + 1);
     }
@@ -55,6 +66,7 @@ public:
 private:
     CDC& m_dc;
     CMemoryDC m_source;
+    int m_width;  // of the header
 };
 
 /* An item as its window describes it. */
@@ -64,7 +76,8 @@ public:
         m_item.mask = HDI_TEXT | HDI_FORMAT | HDI_BITMAP | HDI_IMAGE;
         m_item.pszText = m_text;
         m_item.cchTextMax = 100;
-        ::SendMessageA(header, HDM_GETITEMA, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&m_item));
+        tavix::CallWindow(header, HDM_GETITEMA, static_cast<WPARAM>(index),
+                          reinterpret_cast<LPARAM>(&m_item));
     }
     ItemFacts(const ItemFacts&) = delete;
     ItemFacts& operator=(const ItemFacts&) = delete;
@@ -92,7 +105,8 @@ void DrawItemBitmap(CDC& dc, const CRect& room, HBITMAP bitmap) {
 }
 
 // Whatever an item says of its alignment, its text stands at the left.
-void DrawItemContent(CDC& dc, CRect room, const ItemFacts& item) {
+void DrawItemContent(CDC& dc, CRect room, int width, const ItemFacts& item) {
+    if (room.left >= width) return;
     constexpr int kIndent = 2;
     room.left += kIndent;
     if (item.Has(HDF_STRING))
@@ -155,14 +169,12 @@ LRESULT CSkinHeader::OnNotify(WPARAM wParam, LPARAM lParam) {
     return Default(WM_NOTIFY, wParam, lParam);
 }
 
-int CSkinHeader::ItemCount() const {
-    return static_cast<int>(::SendMessageA(m_hWnd, HDM_GETITEMCOUNT, 0, 0));
-}
+int CSkinHeader::ItemCount() const { return static_cast<int>(tavix::CallWindow(m_hWnd, HDM_GETITEMCOUNT)); }
 
 CRect CSkinHeader::ItemRect(int item) const {
     CRect rect;
-    ::SendMessageA(m_hWnd, HDM_GETITEMRECT, static_cast<WPARAM>(item),
-                   reinterpret_cast<LPARAM>(static_cast<RECT*>(&rect)));
+    tavix::CallWindow(m_hWnd, HDM_GETITEMRECT, static_cast<WPARAM>(item),
+                      reinterpret_cast<LPARAM>(static_cast<RECT*>(&rect)));
     return rect;
 }
 
@@ -191,7 +203,7 @@ void CSkinHeader::Release() {
 bool CSkinHeader::PaintHeader(CDC& dc, const CRect& client) const {
     const HeaderParts normal = PartsOf(false), pressed = PartsOf(true);
     if (!normal.tile) dc.FillSolidRect(client, RGB(0, 0, 0));  // what is shown is never left to chance
-    const PieceStretcher stretcher(dc);
+    const PieceStretcher stretcher(dc, client.right);
     stretcher.Repeat(normal.tile, 0, client.right, 0, client.Height());
     ::SetBkMode(dc, TRANSPARENT);
     const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
@@ -201,7 +213,7 @@ bool CSkinHeader::PaintHeader(CDC& dc, const CRect& client) const {
         const ItemFacts item(m_hWnd, i);
         if (item.Has(HDF_OWNERDRAW)) return false;
         stretcher.DrawItemFace(rect, i == pressedItem ? pressed : normal);
-        DrawItemContent(dc, rect, item);
+        DrawItemContent(dc, rect, client.right, item);
     }
     return true;
 }

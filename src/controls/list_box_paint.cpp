@@ -136,54 +136,65 @@ void CSkinListBox::PaintOwnerDrawn(CDC& dc, const CRect& area, const CRect& clip
     }
 }
 
+// Rows of texts are all alike: what their places follow from is asked once for all.
 void CSkinListBox::PaintTexts(CDC& dc) {
+    const int first = std::max(topItem, 0);
     const int end = std::min(CurrentLayout().End(), ItemCount());
+    const int height = HeightOf(0);
     const bool enabled = IsWindowEnabled();
-    for (int i = std::max(topItem, 0); i < end; ++i) {
-        if (multiSelect)
-            DrawRow(i, selectionMap.Has(i) ? RowLook::Selected : RowLook::Plain, &dc);
-        else if (i != current || !enabled)
-            DrawRow(i, RowLook::Plain, &dc);
+    CRect client;
+    GetClientRect(&client);
+    const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    CRect row = RowRect(first);
+    for (int i = first; i < end && row.top < client.bottom; ++i, row.OffsetRect(0, height)) {
+        const bool marked = multiSelect && selectionMap.Has(i);
+        if (multiSelect || i != current || !enabled)
+            DrawTextRow(dc, i, row, client, marked ? RowLook::Selected : RowLook::Plain, false);
     }
 }
 
-// Nothing for an item that the rows and columns have no room for. Without a context the row goes straight
-// to the screen.
-void CSkinListBox::DrawRow(int item, RowLook look, CDC* context) {
+// Straight to the screen. Nothing for an item that the rows and columns have no room for.
+void CSkinListBox::DrawRow(int item, RowLook look) {
     if (item < topItem || item > CurrentLayout().End() || !HasItem(item)) return;
-    if (context) return DrawRowOn(*context, item, look, false);
-    CClientDC own(m_hWnd);
-    if (own.m_hDC) DrawRowOn(own, item, look, true);
-}
-
-void CSkinListBox::DrawRowOn(CDC& dc, int item, RowLook look, bool ownContext) {
-    const CRect row = ItemRect(item);
-    CRect client, shown;
+    CClientDC dc(m_hWnd);
+    if (!dc.m_hDC) return;
+    CRect client;
     GetClientRect(&client);
-    ::IntersectRect(&shown, &row, &client);
-    const ClipScope clipping(dc, shown);
-    if (!IsOwnerDrawn()) {
-        if (!shown.IsRectEmpty()) DrawTextRow(dc, item, row, look, ownContext);
+    if (IsOwnerDrawn()) {
+        DrawOwnerRow(dc, item, client, look == RowLook::Selected);
         return;
     }
-    const bool selected = look == RowLook::Selected;
+    const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+    DrawTextRow(dc, item, RowRect(item), client, look, true);
+}
+
+void CSkinListBox::DrawOwnerRow(CDC& dc, int item, const CRect& client, bool selected) {
+    const CRect row = ItemRect(item);
+    CRect shown;
+    ::IntersectRect(&shown, &row, &client);
+    const ClipScope clipping(dc, shown);
     // A row that is drawn plain carries no id.
     SendDrawItem(dc, item, selected ? ODS_SELECTED : ODS_DEFAULT,
                  selected ? static_cast<UINT>(GetDlgCtrlID()) : 0, row);
 }
 
-void CSkinListBox::DrawTextRow(CDC& dc, int item, const CRect& row, RowLook look, bool ownContext) const {
+void CSkinListBox::DrawTextRow(CDC& dc, int item, const CRect& row, const CRect& client, RowLook look,
+                               bool ownContext) const {
+    CRect shown = row;
+    shown.bottom = std::min(row.bottom, clientRect.bottom);
+    if (!::IntersectRect(&shown, &shown, &client)) return;
     const std::wstring text =
         tavix::ReadItemText({m_pfnPrevWndProc, m_hWnd}, LB_GETTEXTLEN, LB_GETTEXT, item);
     const CPoint at(row.left + textOffset, row.top);
     if (look == RowLook::Selected) {
-        dc.FillSolidRect(row, SkinColour(CLR_HIGHLIGHT));
-        tavix::DrawRowText(dc, at, text, SkinColour(CLR_TEXT_HIGHLIGHT));
+        dc.FillSolidRect(shown, SkinColour(CLR_HIGHLIGHT));
+        tavix::DrawRowText(dc, at, shown, text, SkinColour(CLR_TEXT_HIGHLIGHT));
         return;
     }
-    if (ownContext) dc.FillSolidRect(row, kBareRow);
+    if (ownContext) dc.FillSolidRect(shown, kBareRow);
     // The system's colours, not the skin's.
-    tavix::DrawRowText(dc, at, text, ::GetSysColor(IsWindowEnabled() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+    tavix::DrawRowText(dc, at, shown, text,
+                       ::GetSysColor(IsWindowEnabled() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
 }
 
 void CSkinListBox::SendDrawItem(HDC dc, int item, UINT state, UINT id, const CRect& row) {

@@ -10,6 +10,7 @@
 #include "draw/bitmap_region.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
+#include "frames/non_client.h"
 #include "tavixskin/value_ids.h"
 
 namespace {
@@ -173,7 +174,7 @@ int CSkinListBox::HeightOfItems(int from, int end) const {
 
 // Counted from the top item, all in one column: the further columns of a list are there for hits alone.
 // Items above the top one lie where that does. Empty for an item that isn't there.
-CRect CSkinListBox::ItemRect(int item) const {
+CRect CSkinListBox::RowRect(int item) const {
     CRect rect;
     if (!HasItem(item) || AskNative(LB_GETITEMRECT, static_cast<WPARAM>(item),
                                     reinterpret_cast<LPARAM>(static_cast<RECT*>(&rect))) == LB_ERR)
@@ -182,6 +183,12 @@ CRect CSkinListBox::ItemRect(int item) const {
     rect.top = HeightOfItems(topItem, item);
     rect.bottom = rect.top + height;
     if (IsBarVisible()) rect.right = clientRect.right - BarWidth();
+    return rect;
+}
+
+// As much of the row as the client area has room for.
+CRect CSkinListBox::ItemRect(int item) const {
+    CRect rect = RowRect(item);
     rect.bottom = std::min(rect.bottom, clientRect.bottom);
     return rect;
 }
@@ -230,12 +237,10 @@ void CSkinListBox::UpdateVertBar() {
     MeasureRows();
     if (!hasVScroll) return;
     if (rows < ItemCount()) {
-        // In a list that is hidden itself the bar need be shown once only.
-        if (HasBarWindow() && !(::GetWindowLongA(vertBar->m_hWnd, GWL_STYLE) & WS_VISIBLE))
-            ::ShowWindow(vertBar->m_hWnd, SW_SHOW);
+        if (HasBarWindow() && !IsBarShown()) ::ShowWindow(vertBar->m_hWnd, SW_SHOW);
         if (!vertBar && !CreateVertBar()) return;
         WriteBarRange();
-    } else if (IsBarVisible()) {
+    } else if (IsBarShown()) {
         ::ShowWindow(vertBar->m_hWnd, SW_HIDE);
     }
 }
@@ -258,6 +263,11 @@ void CSkinListBox::WriteBarRange() {
     vertBar->SetPage(rows);
 }
 
+// Also in a list that is hidden itself, which hosts fill and empty before they show it.
+bool CSkinListBox::IsBarShown() const {
+    return HasBarWindow() && (::GetWindowLongA(vertBar->m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 bool CSkinListBox::IsBarVisible() const { return HasBarWindow() && ::IsWindowVisible(vertBar->m_hWnd); }
 
 void CSkinListBox::PlaceVertBar() {
@@ -277,8 +287,7 @@ void CSkinListBox::ShapeWindow() {
     CRgn shape;
     shape.CreateRectRgn(0, 0, window.Width(), window.Height());
     tavix::CutListCorners(shape, window.Size());
-    // The system owns the region from then on.
-    if (shape.m_hObject && ::SetWindowRgn(m_hWnd, shape, TRUE)) shape.Detach();
+    tavix::SetShape(m_hWnd, shape, TRUE);
 }
 
 bool CSkinListBox::Notify(WORD code) const {

@@ -41,8 +41,10 @@ private:
     int HeightOf(int item) const;
     int HeightOfItems(int from, int end) const;
     bool HasItem(int item) const { return item >= 0 && item < ItemCount(); }
+    CRect RowRect(int item) const;
     CRect ItemRect(int item) const;
     tavix::ListLayout CurrentLayout() const;
+    bool IsBarShown() const;
     bool IsBarVisible() const;
     bool HasBarWindow() const { return vertBar && vertBar->m_hWnd; }
     // Width and height of the bars of the system, which the list's own have too.
@@ -54,9 +56,10 @@ private:
     void PaintItems(CDC& target);
     void PaintOwnerDrawn(CDC& dc, const CRect& area, const CRect& clip);
     void PaintTexts(CDC& dc);
-    void DrawRow(int item, RowLook look, CDC* context = nullptr);
-    void DrawRowOn(CDC& dc, int item, RowLook look, bool ownContext);
-    void DrawTextRow(CDC& dc, int item, const CRect& row, RowLook look, bool ownContext) const;
+    void DrawRow(int item, RowLook look);
+    void DrawOwnerRow(CDC& dc, int item, const CRect& client, bool selected);
+    void DrawTextRow(CDC& dc, int item, const CRect& row, const CRect& client, RowLook look,
+                     bool ownContext) const;
     void SendDrawItem(HDC dc, int item, UINT state, UINT id, const CRect& row);
 
     // list_box_selection.cpp

@@ -39,10 +39,11 @@ std::wstring ReadItemText(const ItemStore& store, UINT lengthMessage, UINT textM
     return wide;
 }
 
-void DrawRowText(CDC& dc, const POINT& at, const std::wstring& text, COLORREF colour) {
-    const SelectionGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+// Clipped by the call: a region that is set and taken back for each row makes the platform find the font
+// anew.
+void DrawRowText(CDC& dc, const POINT& at, const RECT& shown, const std::wstring& text, COLORREF colour) {
     const TextScope scope(dc, colour);
-    ::TextOutW(dc, at.x, at.y, text.c_str(), static_cast<int>(text.size()));
+    ::ExtTextOutW(dc, at.x, at.y, ETO_CLIPPED, &shown, text.c_str(), static_cast<UINT>(text.size()), nullptr);
 }
 
 DRAWITEMSTRUCT DrawItemOf(const OwnerDrawnRow& row, HDC dc) {

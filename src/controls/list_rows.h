@@ -16,8 +16,9 @@ struct ItemStore {
 /* An item's text, by the messages for the length and for the text; empty if there is no such item. */
 std::wstring ReadItemText(const ItemStore& store, UINT lengthMessage, UINT textMessage, int item);
 
-/* Writes the text with its top left corner at `at`, in the system's dialogue font and over what is there. */
-void DrawRowText(CDC& dc, const POINT& at, const std::wstring& text, COLORREF colour);
+/* Writes what of the text lies in `shown`, its top left corner at `at`, over what is there and in the
+ * context's font. */
+void DrawRowText(CDC& dc, const POINT& at, const RECT& shown, const std::wstring& text, COLORREF colour);
 
 /* A row that its owner draws. */
 struct OwnerDrawnRow {

@@ -1,5 +1,6 @@
 #include "engine/skin_wnd_proc.h"
 
+#include <atomic>
 #include <utility>
 
 #include "engine/skin_wnd_base.h"
@@ -31,11 +32,19 @@ private:
 
 // Set on windows that outlived their engine; the value is the previous procedure.
 constexpr char kOrphanProperty[] = "TavixSkinPreviousProc";
+// How many windows have it. Mostly none: then no new window needs to be asked for it.
+std::atomic<int> g_orphans{0};
+
+WNDPROC TakeOrphan(HWND window) {
+    const auto previous = reinterpret_cast<WNDPROC>(::RemovePropA(window, kOrphanProperty));
+    if (previous) --g_orphans;
+    return previous;
+}
 
 LRESULT ForwardOrphan(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     WNDPROC previous = reinterpret_cast<WNDPROC>(::GetPropA(window, kOrphanProperty));
     if (!previous) return ::DefWindowProcA(window, message, wParam, lParam);
-    if (message == WM_NCDESTROY) ::RemovePropA(window, kOrphanProperty);
+    if (message == WM_NCDESTROY) TakeOrphan(window);
     return ::CallWindowProcA(previous, window, message, wParam, lParam);
 }
 
@@ -162,10 +171,10 @@ CSkinWndBaseClass* ReleaseKept(CSkinWndBaseClass* head) {
 }
 
 void ReleaseOrphan(CSkinWndBaseClass* head, HWND window) {
-    ::SetPropA(window, kOrphanProperty, reinterpret_cast<HANDLE>(head->PreviousProc()));
+    if (::SetPropA(window, kOrphanProperty, reinterpret_cast<HANDLE>(head->PreviousProc()))) ++g_orphans;
     DeleteWhenUnused(ReleaseKept(head));
 }
 
-WNDPROC AdoptOrphan(HWND window) { return reinterpret_cast<WNDPROC>(::RemovePropA(window, kOrphanProperty)); }
+WNDPROC AdoptOrphan(HWND window) { return g_orphans != 0 ? TakeOrphan(window) : nullptr; }
 
 }  // namespace tavix

@@ -25,6 +25,13 @@ void CutCorners(CRgn& region, CSize window, CBitmap* left, CBitmap* right, int r
     CutKeyPixels(region, right, kCornerKey, CPoint(rightOffset, 0), window);
 }
 
+void SetShape(HWND window, CRgn& shape, BOOL redraw) {
+    CRgn present;
+    if (!shape.m_hObject || !present.CreateRectRgn(0, 0, 0, 0)) return;
+    if (::GetWindowRgn(window, present) != ERROR && ::EqualRgn(shape, present)) return;
+    if (::SetWindowRgn(window, shape, redraw)) shape.Detach();
+}
+
 void SetCornerRegion(HWND window, CBitmap* left, CBitmap* right, int rightOffset) {
     const CSize size = WindowSize(window);
     CRgn region;

@@ -18,6 +18,12 @@ inline bool HasCaption(DWORD style) { return (style & WS_CAPTION) != 0; }
  */
 void CutCorners(CRgn& region, CSize window, CBitmap* left, CBitmap* right, int rightOffset);
 
+/*
+ * Gives the window a region, which is the platform's from then on. One that the window has already is not set
+ * again: some platforms measure and paint the whole frame anew for it.
+ */
+void SetShape(HWND window, CRgn& shape, BOOL redraw);
+
 /* Gives the window a region with cut corners; the platform owns the region from then on. */
 void SetCornerRegion(HWND window, CBitmap* left, CBitmap* right, int rightOffset);
 

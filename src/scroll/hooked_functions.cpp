@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstring>
 
+#include "engine/window_call.h"
 #include "engine/window_class.h"
 #include "framework/last_error.h"
 #include "scroll/api_hooks.h"
@@ -32,10 +33,6 @@ HMODULE PatchLoaded(HMODULE module, DWORD flags) {
     const LastErrorKeeper keeper;
     HookNewlyLoadedModule(module, flags);
     return module;
-}
-
-LRESULT Send(HWND bar, UINT message, WPARAM wParam, LPARAM lParam) {
-    return bar ? ::SendMessageA(bar, message, wParam, lParam) : 0;
 }
 
 // Takes one bar to be wanted or not. A bar that is not there needs no hiding.
@@ -73,14 +70,16 @@ void FollowScrollInfo(const HostBars& host, int bar, const SCROLLINFO& given, BO
     const ScrollInfoVerdict verdict = JudgeScrollInfo(present, forBar);
     forBar.nPos = verdict.position;
     WantBar(host, bar, !verdict.hides);
-    Send(host.Bar(bar), SBM_SETSCROLLINFO, static_cast<WPARAM>(redraw), reinterpret_cast<LPARAM>(&forBar));
+    CallWindow(host.Bar(bar), SBM_SETSCROLLINFO, static_cast<WPARAM>(redraw),
+               reinterpret_cast<LPARAM>(&forBar));
 }
 
 void FollowScrollRange(const HostBars& host, int bar, int min, int max, BOOL redraw) {
     WantBar(host, bar, min < max);
     const HWND window = host.Bar(bar);
-    Send(window, SBM_SETRANGE, static_cast<WPARAM>(min), max);
-    if (redraw) Send(window, SBM_SETPOS, static_cast<WPARAM>(Send(window, SBM_GETPOS, 0, 0)), TRUE);
+    CallWindow(window, SBM_SETRANGE, static_cast<WPARAM>(min), max);
+    if (redraw)
+        CallWindow(window, SBM_SETPOS, static_cast<WPARAM>(CallWindow(window, SBM_GETPOS, 0, 0)), TRUE);
 }
 
 void RaiseBar(HWND bar) {
@@ -145,7 +144,7 @@ BOOL AnswerOfBar(HWND bar, SCROLLINFO* info) {
     const UINT mask = info->fMask;
     SCROLLINFO answer = CopyOf(*info);
     if (info->cbSize < sizeof answer) answer.fMask &= ~static_cast<UINT>(SIF_TRACKPOS);
-    const LRESULT result = ::SendMessageA(bar, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&answer));
+    const LRESULT result = CallWindow(bar, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&answer));
     answer.cbSize = info->cbSize;
     answer.fMask = mask;
     std::memcpy(info, &answer, info->cbSize);
@@ -218,8 +217,8 @@ int WINAPI HookedSetScrollPos(HWND window, int bar, int position, BOOL redraw) {
     if (const std::optional<HostBars> host = FindHostBars(window, bar)) {
         const LastErrorKeeper keeper;
         const HWND skinBar = host->Bar(bar);
-        if (static_cast<int>(Send(skinBar, SBM_GETPOS, 0, 0)) != position)
-            Send(skinBar, SBM_SETPOS, static_cast<WPARAM>(position), redraw);
+        if (static_cast<int>(CallWindow(skinBar, SBM_GETPOS, 0, 0)) != position)
+            CallWindow(skinBar, SBM_SETPOS, static_cast<WPARAM>(position), redraw);
     }
     return ::SetScrollPos(window, bar, position, redraw);
 }

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/window_call.h"
 #include "engine/window_class.h"
 #include "framework/last_error.h"
 #include "framework/srw_lock.h"
@@ -258,7 +259,7 @@ CSkinScrollBar* MakeBar(HWND host, int bar, CWnd* parent, UINT id) {
     if (!made->Create(style, CRect(), parent, id)) return nullptr;
     made->SetOwner(host);
     RaiseWindow(made->GetSafeHwnd());
-    ::SendMessageA(made->GetSafeHwnd(), SBM_SETSCROLLINFO, TRUE, reinterpret_cast<LPARAM>(&info));
+    tavix::CallWindow(made->GetSafeHwnd(), SBM_SETSCROLLINFO, TRUE, reinterpret_cast<LPARAM>(&info));
     return made.release();
 }
 

@@ -8,6 +8,8 @@
 #include "draw/offscreen.h"
 #include "draw/skin_bitmap.h"
 #include "engine/skin_values.h"
+#include "engine/window_call.h"
+#include "frames/non_client.h"
 #include "scroll/scroll_bar_paint.h"
 #include "tavixskin/value_ids.h"
 
@@ -286,11 +288,12 @@ LRESULT CSkinScrollBar::OnSetScrollInfo(WPARAM wParam, LPARAM lParam) {
 // ---------------------------------------------------------------- the same as calls
 
 int CSkinScrollBar::GetScrollPos() {
-    return m_hWnd ? static_cast<int>(::SendMessageA(m_hWnd, SBM_GETPOS, 0, 0)) : m_nPos;
+    return m_hWnd ? static_cast<int>(tavix::CallWindow(m_hWnd, SBM_GETPOS, 0, 0)) : m_nPos;
 }
 
 int CSkinScrollBar::SetScrollPos(int pos, BOOL redraw) {
-    if (m_hWnd) return static_cast<int>(::SendMessageA(m_hWnd, SBM_SETPOS, static_cast<WPARAM>(pos), redraw));
+    if (m_hWnd)
+        return static_cast<int>(tavix::CallWindow(m_hWnd, SBM_SETPOS, static_cast<WPARAM>(pos), redraw));
     SetPos(m_nPos);
     return m_nPos;
 }
@@ -298,28 +301,28 @@ int CSkinScrollBar::SetScrollPos(int pos, BOOL redraw) {
 void CSkinScrollBar::SetScrollRange(int min, int max, BOOL redraw) {
     if (!m_hWnd) return SetRange(min, max, FALSE);
     const Presence present(*this);
-    ::SendMessageA(m_hWnd, SBM_SETRANGE, static_cast<WPARAM>(min), max);
-    if (redraw && present) ::SendMessageA(m_hWnd, SBM_SETPOS, static_cast<WPARAM>(m_nPos), TRUE);
+    tavix::CallWindow(m_hWnd, SBM_SETRANGE, static_cast<WPARAM>(min), max);
+    if (redraw && present) tavix::CallWindow(m_hWnd, SBM_SETPOS, static_cast<WPARAM>(m_nPos), TRUE);
 }
 
 void CSkinScrollBar::GetScrollRange(int* min, int* max) {
     const auto to = reinterpret_cast<WPARAM>(min);
     if (m_hWnd)
-        ::SendMessageA(m_hWnd, SBM_GETRANGE, to, reinterpret_cast<LPARAM>(max));
+        tavix::CallWindow(m_hWnd, SBM_GETRANGE, to, reinterpret_cast<LPARAM>(max));
     else
         OnGetRange(to, reinterpret_cast<LPARAM>(max));
 }
 
 int CSkinScrollBar::SetScrollInfo(SCROLLINFO* info, BOOL redraw) {
     if (!m_hWnd) return 0;
-    return static_cast<int>(::SendMessageA(m_hWnd, SBM_SETSCROLLINFO, static_cast<WPARAM>(redraw),
-                                           reinterpret_cast<LPARAM>(info)));
+    return static_cast<int>(tavix::CallWindow(m_hWnd, SBM_SETSCROLLINFO, static_cast<WPARAM>(redraw),
+                                              reinterpret_cast<LPARAM>(info)));
 }
 
 int CSkinScrollBar::GetScrollInfo(SCROLLINFO* info, UINT mask) {
     if (!m_hWnd || !info) return 0;
     if (mask) info->fMask = mask;
-    return static_cast<int>(::SendMessageA(m_hWnd, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(info)));
+    return static_cast<int>(tavix::CallWindow(m_hWnd, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(info)));
 }
 
 // ---------------------------------------------------------------- painting
@@ -411,8 +414,7 @@ void CSkinScrollBar::CutSizeGrip() const {
     CRect window;
     ::GetWindowRect(m_hWnd, &window);
     shape.OffsetRgn(window.Width() - size.cx, window.Height() - size.cy);
-    // The system owns the region from then on.
-    if (shape.m_hObject && ::SetWindowRgn(m_hWnd, shape, TRUE)) shape.Detach();
+    tavix::SetShape(m_hWnd, shape, TRUE);
 }
 
 LRESULT CSkinScrollBar::OnSize(WPARAM, LPARAM) {

@@ -229,6 +229,21 @@ TEST_P(HeaderSkin, BitmapStandsLeftAndInTheMiddleOfTheHeight) {
     EXPECT_EQ(shown.At(2, 8), RGB(200, 20, 90));
 }
 
+TEST_P(HeaderSkin, ColumnAsWideAsANumberCanBeIsPaintedLikeOneThatLeavesTheHeader) {
+    Make({{60, HDF_STRING, "Name"}, {1'000, HDF_STRING, "Wide"}, {50, HDF_STRING, "Beyond"}});
+    const Picture shown = Shown();
+    HDITEMA item{};
+    item.mask = HDI_WIDTH;
+    for (const int width : {100'000, 0x4000'0000, 0x7FFF'FFF0}) {
+        SCOPED_TRACE(width);
+        item.cxy = width;
+        ASSERT_TRUE(::SendMessageA(header, HDM_SETITEMA, 1, reinterpret_cast<LPARAM>(&item)));
+        const DWORD start = ::GetTickCount();
+        EXPECT_EQ(Shown(), shown);
+        EXPECT_LT(::GetTickCount() - start, 5'000u) << "what lies outside takes no time";
+    }
+}
+
 TEST_P(HeaderSkin, TextGoesBeforeABitmap) {
     const auto bitmap = MakeBitmap(12, 8, RGB(200, 20, 90));
     Make({{60, HDF_BITMAP | HDF_STRING, "Name", *bitmap}});

@@ -178,6 +178,32 @@ TEST_P(ListBoxCreate, BarIsHiddenAndKeptWhenTheItemsFitAgain) {
     EXPECT_FALSE(BarShows());
 }
 
+// As hosts refill their lists: hidden, on a page that does not show, or with the painting held up.
+TEST_P(ListBoxCreate, BarGoesWithItsItemsAlsoWhileNothingOfTheListShows) {
+    const std::pair<const char*, std::function<void(bool)>> ways[] = {
+        {"hidden", [this](bool off) { ::ShowWindow(list, off ? SW_HIDE : SW_SHOW); }},
+        {"parent hidden", [this](bool off) { ::ShowWindow(Parent(), off ? SW_HIDE : SW_SHOW); }},
+        {"painting held up", [this](bool off) { Send(WM_SETREDRAW, !off); }},
+    };
+    for (const auto& [name, hold] : ways) {
+        SCOPED_TRACE(name);
+        MakeList(WS_VSCROLL, 20);
+        ASSERT_TRUE(BarShows());
+        HWND bar = Bar();
+        hold(true);
+        Send(LB_RESETCONTENT);
+        for (int i = 0; i < 3; ++i) Add("few");
+        hold(false);
+        EXPECT_FALSE(BarShows());
+        EXPECT_EQ(Bar(), bar) << "kept for the next time";
+        hold(true);
+        for (int i = 0; i < 20; ++i) Add("many");
+        hold(false);
+        EXPECT_TRUE(BarShows());
+        ::DestroyWindow(list);
+    }
+}
+
 TEST_P(ListBoxCreate, WithoutTheStyleThereIsNoBar) {
     MakeList(WS_HSCROLL, 100);
     EXPECT_EQ(::GetWindow(list, GW_CHILD), nullptr);
