@@ -18,6 +18,8 @@
 
 namespace tavix_test {
 
+/* The path of a file in the test program's folder. */
+std::string BesideTheProgram(const char* name);
 /* The test DLL's file; each copy of it is a module of its own. */
 std::string ClientPath();
 class ClientCopy {

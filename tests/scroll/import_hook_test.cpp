@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <psapi.h>
+
 #include <atomic>
 #include <thread>
 
@@ -35,7 +37,10 @@ FARPROC ReplacementFor(const char* function) {
 }
 
 struct Interception {
-    Interception() { ::InstallApiHooks(); }
+    Interception() {
+        Client();  // loaded before, so that its calls are replaced
+        ::InstallApiHooks();
+    }
     ~Interception() { ::UnInstallApiHooks(); }
 };
 
@@ -380,6 +385,99 @@ TEST(SlotOfSomebodyElse, IsNotTakenBack) {
     ::VirtualProtect(slot, sizeof *slot, protection, &protection);
     Interception on;
     EXPECT_EQ(*slot, ReplacementFor("ShowWindow"));
+}
+
+// ---------------------------------------------------------------- modules in the place of others
+
+// All of these want the same address.
+class PlacedModule {
+public:
+    template <class Load>
+    PlacedModule(const char* name, Load load) : m_module(load(BesideTheProgram(name).c_str())) {
+        EXPECT_NE(m_module, nullptr) << name << " " << ::GetLastError();
+    }
+    ~PlacedModule() {
+        if (m_module) ::FreeLibrary(m_module);
+    }
+    PlacedModule(const PlacedModule&) = delete;
+    PlacedModule& operator=(const PlacedModule&) = delete;
+    HMODULE Module() const { return m_module; }
+    DWORD Size() const {
+        MODULEINFO info{};
+        ::K32GetModuleInformation(::GetCurrentProcess(), m_module, &info, sizeof info);
+        return info.SizeOfImage;
+    }
+
+private:
+    HMODULE m_module;
+};
+
+struct FormerModule {
+    HMODULE module;
+    DWORD slot;  // from the module's base
+};
+
+// Has a module patched, and gone again. The note of its slot stays.
+FormerModule PatchAndFree() {
+    PlacedModule module("scroll_based_show.dll", Client().LoadLibraryA);
+    const FARPROC* slot = SlotOf(module.Module(), "user32.dll", "ShowWindow");
+    EXPECT_EQ(*slot, ReplacementFor("ShowWindow"));
+    const auto* base = reinterpret_cast<const char*>(module.Module());
+    return {module.Module(), static_cast<DWORD>(reinterpret_cast<const char*>(slot) - base)};
+}
+
+TEST(PlaceOfAFormerModule, MayBeTakenByASmallerOne) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule small("scroll_based_small.dll", ::LoadLibraryA);
+    ASSERT_EQ(small.Module(), former.module);
+    ASSERT_LT(small.Size(), former.slot) << "nothing is there to be read";
+    EXPECT_FALSE(tavix::ForgetReplacedSlots());
+}
+
+TEST(PlaceOfAFormerModule, MayBeTakenByOneThatHasSomethingElseThere) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule large("scroll_based_large.dll", ::LoadLibraryA);
+    ASSERT_EQ(large.Module(), former.module);
+    ASSERT_GT(large.Size(), former.slot + sizeof(FARPROC));
+    EXPECT_FALSE(tavix::ForgetReplacedSlots()) << "what is there is nobody's replacement of a replacement";
+}
+
+TEST(PlaceOfAFormerModule, MayBeTakenByOneWithTheSlotOfAnotherFunction) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule other("scroll_based_raise.dll", ::LoadLibraryA);
+    ASSERT_EQ(other.Module(), former.module);
+    const FARPROC* slot = SlotOf(other.Module(), "user32.dll", "BringWindowToTop");
+    ASSERT_EQ(reinterpret_cast<const char*>(slot),
+              reinterpret_cast<const char*>(former.module) + former.slot);
+    EXPECT_FALSE(tavix::ForgetReplacedSlots());
+    EXPECT_EQ(*slot, Real("BringWindowToTop"));
+}
+
+TEST(PlaceOfAFormerModule, IsKnownAnewWithTheModuleThatTookIt) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule other("scroll_based_raise.dll", Client().LoadLibraryA);
+    ASSERT_EQ(other.Module(), former.module);
+    FARPROC* slot = SlotOf(other.Module(), "user32.dll", "BringWindowToTop");
+    ASSERT_EQ(*slot, ReplacementFor("BringWindowToTop"));
+    // Somebody takes the slot over, and may call what was in it.
+    DWORD protection = 0;
+    ::VirtualProtect(slot, sizeof *slot, PAGE_EXECUTE_READWRITE, &protection);
+    *slot = Real("IsWindow");
+    EXPECT_TRUE(tavix::ForgetReplacedSlots());
+    EXPECT_EQ(*slot, Real("IsWindow"));
+}
+
+TEST(PlaceOfAFormerModule, GivesBackASlotThatIsStillReplaced) {
+    Interception on;
+    const PlacedModule module("scroll_based_show.dll", Client().LoadLibraryA);
+    const FARPROC* slot = SlotOf(module.Module(), "user32.dll", "ShowWindow");
+    ASSERT_EQ(*slot, ReplacementFor("ShowWindow"));
+    EXPECT_FALSE(tavix::ForgetReplacedSlots());
+    EXPECT_EQ(*slot, Real("ShowWindow"));
 }
 
 // ---------------------------------------------------------------- one hook, one module
