@@ -10,6 +10,7 @@
 #include "support/common_controls.h"
 #include "support/skinned_thread.h"
 #include "tavixskin/tavix_skin.h"
+#include "tavixskin/value_ids.h"
 
 using namespace tavix_test;
 
@@ -238,6 +239,25 @@ TEST_P(ForeignView, IsAHostAndAlwaysFramed) {
     const Picture picture = PictureOfWindow(view);
     EXPECT_EQ(picture.At(0, 0), kTopLeft);
     EXPECT_EQ(picture.At(picture.width - 1, picture.height - 1), kBottomRight);
+}
+
+// It is made a host twice: before it gets its skin, and by the skin.
+TEST_P(ForeignView, HasItsBarsAboveIt) {
+    Pane view(m_parent, GetParam());
+    const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
+    for (int bar : {SB_HORZ, SB_VERT}) Client().SetScrollInfo(view, bar, &info, TRUE);
+    const SCROLLHOST host = RecordOf(view);
+    std::vector<HWND> order;
+    for (HWND w = ::GetTopWindow(m_parent); w; w = ::GetWindow(w, GW_HWNDNEXT)) order.push_back(w);
+    EXPECT_EQ(order, (std::vector<HWND>{host.m_pStub->m_hWnd, host.m_pHorzBar->m_hWnd,
+                                        host.m_pVertBar->m_hWnd, HWND{view}}));
+    // So what shows there is the skin's bar, not the native one.
+    for (const CSkinScrollBar* bar : {host.m_pHorzBar, host.m_pVertBar}) {
+        ::RedrawWindow(view, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
+        const CPoint inside = PlaceOf(bar->m_hWnd).TopLeft();
+        EXPECT_EQ(::ChildWindowFromPoint(m_parent, inside), bar->m_hWnd);
+        EXPECT_GT(PictureOfClient(bar->m_hWnd).CountOf(TestSkin::ColourOfBitmap(BMP_SB_ARROW_NORMAL)), 0);
+    }
 }
 
 TEST_P(ForeignView, AnswersAsTheSkinDoes) {

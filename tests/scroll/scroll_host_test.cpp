@@ -28,6 +28,8 @@ protected:
         return ::CreateWindowExA(0, "Static", "child", style, 20, 30, 200, 150, m_parent, nullptr, nullptr,
                                  nullptr);
     }
+    // In the Z-order.
+    static HWND Below(HWND window) { return ::GetWindow(window, GW_HWNDNEXT); }
     ProbeWindow m_parent;
 };
 
@@ -142,7 +144,40 @@ TEST_F(ScrollHost, StaysTheSameAtASecondInstall) {
     EXPECT_EQ(m_arrScrollHosts.GetSize(), 1);
     EXPECT_EQ(RecordOf(host).m_pVertBar, record.m_pVertBar);
     EXPECT_FALSE(::GetWindowLongA(host, GWL_STYLE) & WS_VSCROLL) << "the first steps run again";
-    EXPECT_EQ(::GetTopWindow(m_parent), host);
+    EXPECT_EQ(Below(host), above) << "it has risen";
+}
+
+TEST_F(ScrollHost, HasItsBarsAboveItAfterASecondInstallToo) {
+    HWND host = Child(), other = Child();
+    ASSERT_EQ(::InstallScrollHost(host), 1);
+    ASSERT_EQ(::InstallScrollHost(other), 1);
+    ASSERT_EQ(::InstallScrollHost(host), 1);
+    const SCROLLHOST record = RecordOf(host);
+    const HWND corner = record.m_pStub->m_hWnd, horizontal = record.m_pHorzBar->m_hWnd,
+               vertical = record.m_pVertBar->m_hWnd;
+    EXPECT_EQ(::GetTopWindow(m_parent), corner);
+    EXPECT_EQ(Below(corner), horizontal);
+    EXPECT_EQ(Below(horizontal), vertical);
+    EXPECT_EQ(Below(vertical), host);
+    EXPECT_EQ(Below(host), RecordOf(other).m_pStub->m_hWnd);
+    // Those that somebody ended are left out.
+    ::DestroyWindow(horizontal);
+    ::DestroyWindow(corner);
+    EXPECT_EQ(::InstallScrollHost(host), 1);
+    EXPECT_EQ(::GetTopWindow(m_parent), vertical);
+    EXPECT_EQ(Below(vertical), host);
+}
+
+TEST_F(ScrollHost, OfTheSinkingClassLeavesItsBarsWhereTheyAreAtASecondInstall) {
+    Pane sinking(m_parent, "Tavix_PaneH");
+    ASSERT_EQ(::InstallScrollHost(sinking), 1);
+    const HWND corner = RecordOf(sinking).m_pStub->m_hWnd;
+    HWND above = Child();
+    ::SetWindowPos(above, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(::InstallScrollHost(sinking), 1);
+    EXPECT_EQ(::GetTopWindow(m_parent), above);
+    EXPECT_EQ(Below(above), corner);
+    EXPECT_EQ(Below(sinking), nullptr);
 }
 
 TEST_F(ScrollHost, OfTheSinkingClassGoesToTheBottomOthersToTheTop) {
