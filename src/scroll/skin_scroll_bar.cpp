@@ -365,8 +365,10 @@ void CSkinScrollBar::PaintBar(CDC& dc, const RECT& area) const {
 }
 
 LRESULT CSkinScrollBar::OnPaint(WPARAM, LPARAM) {
+    const Presence present(*this);
+    // Erases the ground and paints the frame first, which are messages that others may hear.
     CPaintDC dc(m_hWnd);
-    if (!dc.m_hDC) return 0;
+    if (!present || !dc.m_hDC) return 0;
     const CRect client = Client();
     if (HasStyle(SBS_SIZEGRIP)) {
         const COLORREF background = SizeGripBackground();

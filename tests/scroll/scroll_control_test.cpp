@@ -185,6 +185,61 @@ TEST_P(ScrollControl, ControlMayBeDestroyedByItsPainting) {
     }
 }
 
+// Counts the accesses to memory that is not there: inside a callback the platform may swallow the exception.
+class FaultWatch {
+public:
+    FaultWatch() : m_handler(::AddVectoredExceptionHandler(TRUE, &Note)) { s_faults = 0; }
+    ~FaultWatch() { ::RemoveVectoredExceptionHandler(m_handler); }
+    FaultWatch(const FaultWatch&) = delete;
+    FaultWatch& operator=(const FaultWatch&) = delete;
+    int Count() const { return s_faults; }
+
+private:
+    static LONG CALLBACK Note(EXCEPTION_POINTERS* exception) {
+        s_faults += exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION;
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+    static inline int s_faults = 0;
+    void* m_handler;
+};
+
+// Lives as long as its window, in pages of its own that go with it.
+class GuardedBar final : public CSkinScrollBar {
+public:
+    static void* operator new(std::size_t size) {
+        return ::VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    }
+    static void operator delete(void* place) { ::VirtualFree(place, 0, MEM_RELEASE); }
+
+private:
+    void PostNcDestroy() override { delete this; }
+};
+
+TEST_P(ScrollControl, BarMayBeDestroyedAtTheStartOfItsPainting) {
+    const FaultWatch faults;
+    for (UINT message : {WM_ERASEBKGND, WM_NCPAINT})
+        for (DWORD style : {DWORD{0}, DWORD{SBS_SIZEGRIP}}) {
+            BorrowedWindow parent(Parent());
+            auto* guarded = new GuardedBar;
+            ASSERT_EQ(guarded->Create(AxisStyle() | style | WS_VISIBLE, Place(), &parent, 7), 1);
+            const HWND window = guarded->m_hWnd;
+            ::UpdateWindow(window);
+            MessageSpy spy(window);
+            spy.log.Listen({WM_PAINT, message});
+            bool isPainting = false;
+            spy.handler = [&](const Received& received) -> std::optional<LRESULT> {
+                isPainting |= received.message == WM_PAINT;
+                if (isPainting && received.message == message) ::DestroyWindow(window);
+                return std::nullopt;
+            };
+            ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+            ::UpdateWindow(window);
+            EXPECT_EQ(spy.log.Messages(), (std::vector<UINT>{WM_PAINT, message}));
+            EXPECT_FALSE(::IsWindow(window));
+            EXPECT_EQ(faults.Count(), 0) << "the object that is gone was used";
+        }
+}
+
 TEST_P(ScrollControl, BarMayBeDeletedByItsNotification) {
     MakeBarWith(0, 100, 10, 40);
     HWND window = bar->m_hWnd;
