@@ -67,8 +67,6 @@ SCROLLINFO ReadScrollInfo(HWND window, int bar) {
     return info;
 }
 
-int SignedPage(UINT page) { return static_cast<int>(std::min<UINT>(page, INT_MAX)); }
-
 }  // namespace
 
 // ---------------------------------------------------------------- life
@@ -117,7 +115,7 @@ int CSkinScrollBar::AttachControl(HWND window) {
     const auto classStyle = static_cast<DWORD>(::GetClassLongA(window, GCL_STYLE));
     ::SetClassLongA(window, GCL_STYLE, static_cast<LONG>(classStyle & ~DWORD{CS_DBLCLKS}));
     SetRange(info.nMin, info.nMax, TRUE);
-    if (present) SetPage(SignedPage(info.nPage));
+    if (present) SetPage(static_cast<int>(info.nPage));
     if (!present) return 1;
     SetPos(info.nPos);
     m_nThumbPixel = PosToPixel(m_nPos);
@@ -148,7 +146,7 @@ void CSkinScrollBar::RefreshFromOwner() {
     m_nPos = info.nPos;
     m_nMin = info.nMin;
     m_nMax = info.nMax;
-    SetPage(SignedPage(info.nPage));
+    SetPage(static_cast<int>(info.nPage));
 }
 
 // The receiver may do anything, the bar's end included.

@@ -3,6 +3,7 @@
 
 #include "bar_fixture.h"
 #include "main/gui_objects.h"
+#include "scroll/import_hook.h"
 #include "support/common_controls.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -107,6 +108,51 @@ TEST_P(ScrollControl, KeepsTheStateThatItHad) {
     EXPECT_EQ(second.m_hWnd, nullptr);
     EXPECT_EQ(second.m_bAttached, 1);
     EXPECT_EQ(BarOf(control), &taken);
+}
+
+// Systems differ in the pages that they take: for its scope this one has a page of more than INT_MAX.
+class HugeNativePage {
+public:
+    HugeNativePage() { Replace(m_real, &Answer); }
+    ~HugeNativePage() { Replace(&Answer, m_real); }
+    HugeNativePage(const HugeNativePage&) = delete;
+    HugeNativePage& operator=(const HugeNativePage&) = delete;
+    static constexpr SCROLLINFO kInfo{sizeof(SCROLLINFO), SIF_ALL, 3, 300, 0x80000010, 40, 40};
+
+private:
+    using Function = decltype(&::GetScrollInfo);
+    static BOOL WINAPI Answer(HWND, int, SCROLLINFO* info) {
+        *info = kInfo;
+        return TRUE;
+    }
+    static void Replace(Function from, Function to) {
+        ReplaceInOneModule("user32.dll", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(from)),
+                           reinterpret_cast<FARPROC>(reinterpret_cast<void*>(to)),
+                           ::GetModuleHandleA(nullptr));
+    }
+
+    // What is in the import slot now, which is where the compiler takes the address from.
+    const Function m_real = &::GetScrollInfo;
+};
+
+// Pages are signed: a negative one leaves the page as it is, and the thumb fills the track.
+TEST_P(ScrollControl, HugeNativePageCountsAsNegative) {
+    EndSkinning();
+    HWND control = MakeControl(Charset::Ansi);
+    const HugeNativePage huge;
+    CSkinScrollBar taken;
+    ASSERT_EQ(taken.AttachControl(control), 1);
+    EXPECT_EQ(taken.m_nMax, 300);
+    EXPECT_EQ(taken.m_nPage, 0);
+    EXPECT_EQ(taken.m_nThumbLen, taken.TrackLength());
+    EXPECT_EQ(taken.m_nPos, 40);
+
+    MakeBarWith(0, 100, 10, 20);
+    bar->RefreshFromOwner();
+    EXPECT_EQ(bar->m_nMax, 300);
+    EXPECT_EQ(bar->m_nPage, 10);
+    EXPECT_EQ(bar->m_nThumbLen, bar->TrackLength());
+    EXPECT_EQ(bar->m_nPos, 40);
 }
 
 TEST_P(ScrollControl, WindowWithAnObjectOfItsOwnKeepsIt) {
