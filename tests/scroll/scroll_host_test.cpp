@@ -228,6 +228,24 @@ TEST_F(ScrollHost, GoesAtTheNextLookUpAfterItsWindow) {
     EXPECT_EQ(::FindScrollHost(host, SB_VERT), -3);
 }
 
+TEST_F(ScrollHost, LeavesItsBarsStandingUntilSomebodyNamesIt) {
+    HWND host = Child(), other = Child();
+    ASSERT_EQ(::InstallScrollHost(host), 1);
+    ::LayoutScrollHost(0, 1, 1, CRect());
+    const SCROLLHOST record = RecordOf(host);
+    const HWND windows[] = {record.m_pVertBar->m_hWnd, record.m_pHorzBar->m_hWnd, record.m_pStub->m_hWnd};
+    ::DestroyWindow(host);
+    PumpMessages();
+    Client().SetScrollPos(other, SB_VERT, 1, TRUE);
+    SCROLLHOST read;
+    EXPECT_EQ(::GetScrollHostRecord(host, &read), -1);
+    for (HWND window : windows) EXPECT_TRUE(::IsWindowVisible(window));
+    EXPECT_EQ(::FindScrollHost(host, SB_CTL), -1) << "a call for a control names no host";
+    for (HWND window : windows) EXPECT_TRUE(::IsWindowVisible(window));
+    EXPECT_EQ(::FindScrollHost(host, -1), -1);
+    for (HWND window : windows) EXPECT_FALSE(::IsWindow(window));
+}
+
 TEST_F(ScrollHost, SurvivesTheEndOfItsBars) {
     HWND host = Child();
     ASSERT_EQ(::InstallScrollHost(host), 1);
@@ -472,6 +490,38 @@ TEST(ManyHosts, ComeAndGoWithoutATrace) {
     const int gdi = CountGdiObjects(), user = CountUserObjects();
     round(1000);
     EXPECT_EQ(m_arrScrollHosts.GetSize(), 0);
+    EXPECT_LE(CountGdiObjects() - gdi, 2);
+    EXPECT_LE(CountUserObjects() - user, 2);
+}
+
+// Nobody names them again: some are outlived by their parents, others end with them.
+TEST(ManyHosts, ThatMerelyDieEndWithTheSkinWithoutATrace) {
+    const auto round = [](int count) {
+        ProbeWindow lasting;
+        {
+            HostSkin skin;
+            const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
+            for (int i = 0; i < count; ++i) {
+                std::optional<ProbeWindow> ending;
+                if (i % 2) ending.emplace();
+                Pane pane(ending ? ending->Handle() : lasting.Handle());
+                Client().SetScrollInfo(pane, SB_VERT, &info, TRUE);
+                Client().SetScrollInfo(pane, SB_HORZ, &info, TRUE);
+                // The parent's end is the pane's too.
+                if (ending)
+                    ::DestroyWindow(*ending);
+                else
+                    pane.Destroy();
+            }
+            EXPECT_EQ(m_arrScrollHosts.GetSize(), count);
+            EXPECT_NE(::GetTopWindow(lasting), nullptr) << "the bars of a host that died alone";
+        }
+        EXPECT_EQ(::GetTopWindow(lasting), nullptr);
+        PumpMessages(1);
+    };
+    round(50);
+    const int gdi = CountGdiObjects(), user = CountUserObjects();
+    for (int i = 0; i < 10; ++i) round(100);
     EXPECT_LE(CountGdiObjects() - gdi, 2);
     EXPECT_LE(CountUserObjects() - user, 2);
 }
