@@ -6,6 +6,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <list>
 #include <random>
 
 #include "host_fixture.h"
@@ -28,10 +29,10 @@ public:
         s_current = this;
         for (HMODULE module : LoadedModules())
             if (IsCommonControls(module)) TakeOver(module);
-        EXPECT_GE(m_slots.size(), 2u) << "SetScrollInfo and ShowScrollBar at least";
+        EXPECT_GE(m_slots, 2) << "SetScrollInfo and ShowScrollBar at least";
     }
     ~CallsOfControls() {
-        for (const auto& [slot, former] : m_slots) Write(slot, former);
+        m_taken.clear();
         s_current = nullptr;
     }
     CallsOfControls(const CallsOfControls&) = delete;
@@ -45,10 +46,8 @@ private:
     }
     template <class Function>
     void TakeOver(HMODULE module, const char* name, Function replacement) {
-        FARPROC* slot = SlotOf(module, "user32.dll", name);
-        if (!slot) return;
-        m_slots.emplace_back(slot, *slot);
-        Write(slot, reinterpret_cast<FARPROC>(reinterpret_cast<void*>(replacement)));
+        m_taken.emplace_back(module, "user32.dll", name, replacement);
+        m_slots += m_taken.back().Former() != nullptr;
     }
     void TakeOver(HMODULE module) {
         TakeOver(module, "SetScrollInfo", &SetScrollInfo);
@@ -57,12 +56,6 @@ private:
         TakeOver(module, "ShowScrollBar", &ShowScrollBar);
         TakeOver(module, "MoveWindow", &MoveWindow);
         TakeOver(module, "ShowWindow", &ShowWindow);
-    }
-    static void Write(FARPROC* slot, FARPROC function) {
-        DWORD protection = 0;
-        ::VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
-        *slot = function;
-        ::VirtualProtect(slot, sizeof *slot, protection, &protection);
     }
     // The rules, if the call is one for the view.
     static HostRules* RulesOf(HWND window) {
@@ -102,7 +95,8 @@ private:
     static inline CallsOfControls* s_current = nullptr;
     HWND m_view;
     HostRules& m_rules;
-    std::vector<std::pair<FARPROC*, FARPROC>> m_slots;
+    std::list<SlotTakeover> m_taken;
+    int m_slots = 0;
     int m_count = 0;
 };
 

@@ -2,8 +2,8 @@
 #include <fstream>
 
 #include "bar_fixture.h"
+#include "import_slots.h"
 #include "main/gui_objects.h"
-#include "scroll/import_hook.h"
 #include "support/common_controls.h"
 #include "tavixskin/tavix_skin.h"
 
@@ -110,36 +110,19 @@ TEST_P(ScrollControl, KeepsTheStateThatItHad) {
     EXPECT_EQ(BarOf(control), &taken);
 }
 
-// Systems differ in the pages that they take: for its scope this one has a page of more than INT_MAX.
-class HugeNativePage {
-public:
-    HugeNativePage() { Replace(m_real, &Answer); }
-    ~HugeNativePage() { Replace(&Answer, m_real); }
-    HugeNativePage(const HugeNativePage&) = delete;
-    HugeNativePage& operator=(const HugeNativePage&) = delete;
-    static constexpr SCROLLINFO kInfo{sizeof(SCROLLINFO), SIF_ALL, 3, 300, 0x80000010, 40, 40};
-
-private:
-    using Function = decltype(&::GetScrollInfo);
-    static BOOL WINAPI Answer(HWND, int, SCROLLINFO* info) {
-        *info = kInfo;
-        return TRUE;
-    }
-    static void Replace(Function from, Function to) {
-        ReplaceInOneModule("user32.dll", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(from)),
-                           reinterpret_cast<FARPROC>(reinterpret_cast<void*>(to)),
-                           ::GetModuleHandleA(nullptr));
-    }
-
-    // What is in the import slot now, which is where the compiler takes the address from.
-    const Function m_real = &::GetScrollInfo;
-};
+// Systems differ in the pages that they take; this answer has one of more than INT_MAX.
+BOOL WINAPI AnswerWithAHugePage(HWND, int, SCROLLINFO* info) {
+    *info = {sizeof(SCROLLINFO), SIF_ALL, 3, 300, 0x80000010, 40, 40};
+    return TRUE;
+}
 
 // Pages are signed: a negative one leaves the page as it is, and the thumb fills the track.
 TEST_P(ScrollControl, HugeNativePageCountsAsNegative) {
     EndSkinning();
     HWND control = MakeControl(Charset::Ansi);
-    const HugeNativePage huge;
+    const SlotTakeover system(::GetModuleHandleA(nullptr), "user32.dll", "GetScrollInfo",
+                              &AnswerWithAHugePage);
+    ASSERT_NE(system.Former(), nullptr);
     CSkinScrollBar taken;
     ASSERT_EQ(taken.AttachControl(control), 1);
     EXPECT_EQ(taken.m_nMax, 300);
@@ -316,7 +299,9 @@ TEST_P(ScrollControl, LivesOnWhenTheSkinEndsWhileItIsHeld) {
     SCROLLINFO info{sizeof info, SIF_ALL, 0, 100, 5, 50, 0};
     ::SetScrollInfo(control, SB_CTL, &info, TRUE);
     SendTo(control, WM_LBUTTONDOWN, GetParam(), 6);
+    EXPECT_GT(CountReplacedSlots(), 0);
     ::UnInstallTavixSkin();
+    EXPECT_EQ(CountReplacedSlots(), 0);
     ::SendMessageA(control, WM_TIMER, 4991, 0);
     SendTo(control, WM_LBUTTONUP, GetParam(), 6, 0);
     RepaintedClient(control);
@@ -329,7 +314,11 @@ TEST_P(ScrollControl, LivesOnWhenTheSkinEndsWhileItIsHeld) {
 
 TEST_P(ScrollControl, SkinMayEndInsideANotification) {
     HWND control = MakeControl(Charset::Ansi);
-    OnNotification([] { ::UnInstallTavixSkin(); });
+    OnNotification([] {
+        EXPECT_GT(CountReplacedSlots(), 0);
+        ::UnInstallTavixSkin();
+        EXPECT_EQ(CountReplacedSlots(), 0);
+    });
     SendTo(control, WM_LBUTTONDOWN, GetParam(), 6);
     SendTo(control, WM_LBUTTONUP, GetParam(), 6, 0);
     EXPECT_NE(BarOf(control), nullptr);
