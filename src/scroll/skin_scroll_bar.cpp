@@ -124,11 +124,7 @@ int CSkinScrollBar::AttachControl(HWND window) {
 
 // ---------------------------------------------------------------- what others are told
 
-HWND CSkinScrollBar::Receiver() const {
-    if (m_hOwner || !m_hWnd) return m_hOwner;
-    HWND parent = ::GetParent(m_hWnd);
-    return parent ? parent : ::GetWindow(m_hWnd, GW_OWNER);
-}
+HWND CSkinScrollBar::Receiver() const { return m_hOwner ? m_hOwner : GetOwner(); }
 
 int CSkinScrollBar::SetOwner(HWND owner) {
     const bool exists = ::IsWindow(owner);
