@@ -63,7 +63,8 @@ LRESULT CALLBACK Pane::Procedure(HWND window, UINT message, WPARAM wParam, LPARA
     return answer ? *answer : ::DefWindowProcA(window, message, wParam, lParam);
 }
 
-Pane::Pane(HWND parent, const char* className, CRect at, DWORD style) {
+Pane::Pane(HWND parent, const char* className, CRect at, DWORD style, Handler ofItsCreation)
+    : handler(std::move(ofItsCreation)) {
     WNDCLASSA description{};
     description.lpfnWndProc = &Procedure;
     description.hInstance = ::GetModuleHandleA(nullptr);

@@ -49,8 +49,9 @@ TestSkin& SkinOfHosts();
 /* A window of a host's class, as a child of another. */
 class Pane {
 public:
+    using Handler = std::function<std::optional<LRESULT>(const Received&)>;
     explicit Pane(HWND parent, const char* className = "Tavix_PaneK", CRect at = {20, 30, 220, 180},
-                  DWORD style = WS_CHILD | WS_VISIBLE);
+                  DWORD style = WS_CHILD | WS_VISIBLE, Handler ofItsCreation = {});
     ~Pane();
     Pane(const Pane&) = delete;
     Pane& operator=(const Pane&) = delete;
@@ -60,7 +61,7 @@ public:
     }
 
     MessageLog log;
-    std::function<std::optional<LRESULT>(const Received&)> handler;
+    Handler handler;
 
 private:
     static LRESULT CALLBACK Procedure(HWND, UINT, WPARAM, LPARAM);

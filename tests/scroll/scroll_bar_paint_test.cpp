@@ -413,9 +413,9 @@ TEST_P(SizeGrip, WithoutAColourOfTheParentHasTheSkins) {
 
 TEST_P(SizeGrip, IsNotCutIntoMoreRunsThanWindowsBear) {
     for (int rows : {128, 129}) {
-        // 64 runs of key colour a row.
+        // 64 runs of key colour in each of 128 rows, and one in the row below.
         skin.SetBitmap(BMP_FRAME_GRIPPER, 128, rows,
-                       [](int x, int) { return x % 2 ? kGrip : TestSkin::kTransparent; });
+                       [](int x, int y) { return y < 128 && x % 2 ? kGrip : TestSkin::kTransparent; });
         UseChangedSkin();
         MakeBar(140, WS_VISIBLE | SBS_SIZEGRIP, 140);
         CRgn region;
