@@ -254,6 +254,34 @@ TEST_F(HookedFunction, GetScrollInfoStaysWithinTheCallersStructure) {
     EXPECT_EQ(shorter.behind, 0x5A5A5A5A);
 }
 
+// Codes that name no bar: a state that could be compared is nowhere to be read, so SetScrollInfo leaves the
+// bars alone. The others take all but SB_VERT for the horizontal bar, which neither comes nor goes by it.
+TEST_F(HookedFunction, OddBarCodesMeanTheHorizontalBarExceptToSetScrollInfo) {
+    for (int code : {int{SB_BOTH}, -1, 7, INT_MAX}) {
+        SCOPED_TRACE(code);
+        ShowBoth();
+        const SCROLLINFO info = MakeInfo(SIF_ALL, 1, 2, 3, 4);
+        EXPECT_EQ(client.SetScrollInfo(host, code, &info, TRUE), ::SetScrollInfo(host, code, &info, TRUE));
+        EXPECT_EQ(Bar(SB_HORZ).m_nMax, 100);
+        EXPECT_EQ(client.SetScrollRange(host, code, 5, 50, FALSE),
+                  ::SetScrollRange(host, code, 5, 50, FALSE));
+        EXPECT_EQ(Bar(SB_HORZ).m_nMin, 5);
+        EXPECT_EQ(Bar(SB_HORZ).m_nMax, 50);
+        EXPECT_EQ(client.SetScrollPos(host, code, 20, FALSE), ::SetScrollPos(host, code, 20, FALSE));
+        EXPECT_EQ(Bar(SB_HORZ).m_nPos, 20);
+        SCROLLINFO read = MakeInfo(SIF_ALL);
+        EXPECT_TRUE(client.GetScrollInfo(host, code, &read));
+        EXPECT_EQ(read.nMin, 5);
+        EXPECT_EQ(read.nPos, 20);
+        client.SetScrollRange(host, code, 9, 9, FALSE);
+        EXPECT_EQ(Bar(SB_HORZ).m_nMax, 9);
+        EXPECT_EQ(Shown(), 3);
+        EXPECT_EQ(Windows(), 7);
+        EXPECT_EQ(Bar(SB_VERT).m_nMax, 100);
+        EXPECT_EQ(NativeInfoOf(host, SB_HORZ).nMax, 100) << "the real functions know no such bar";
+    }
+}
+
 // ---------------------------------------------------------------- ShowScrollBar, EnableScrollBar
 
 TEST_F(HookedFunction, ShowScrollBarOfAControlCallsTheRealFunctionTwice) {
