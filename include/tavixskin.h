@@ -44,8 +44,8 @@ TAVIX_C_API int __cdecl InstallTavixSkin(const char* path);
 
 /*
  * Takes the skin from the calling thread; does nothing if it has none. Call it last, after
- * all skinned windows of the thread have been destroyed. Bitmaps obtained from
- * GetTavixSkinHBITMAP are gone afterwards.
+ * all skinned windows of the thread have been destroyed, and before you free the library.
+ * Bitmaps obtained from GetTavixSkinHBITMAP are gone afterwards.
  */
 TAVIX_C_API void __cdecl UnInstallTavixSkin(void);
 

@@ -110,5 +110,7 @@ void UnInstallApiHooks() {
     g_formerLoaderHooks.clear();
     // Whoever took a slot over may call, or give back, the replacement; so may a thread that is in one.
     if (tavix::ForgetReplacedSlots() || tavix::IsAnyReplacementRunning()) AfxKeepLibraryLoaded();
+    // Not the last reference: whoever calls the uninstall holds one until that returns, as for any function
+    // of a library. Otherwise this code would be gone before it could return.
     if (g_ownReference) ::FreeLibrary(std::exchange(g_ownReference, nullptr));
 }

@@ -39,9 +39,10 @@ FARPROC Held(SlotAddress slot) {
     return held;
 }
 
-// A slot that holds a replacement, and what it held before.
+// What was done to a slot of a module: where it imports from, what the slot held, what it holds now.
 struct ReplacedSlot {
     HMODULE module;
+    const char* importedModule;
     FARPROC former;
     FARPROC present;
 };
@@ -119,32 +120,67 @@ std::optional<IMAGE_IMPORT_DESCRIPTOR> FindImport(HMODULE module, const Image& i
     }
 }
 
-SlotAddress FindSlot(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, FARPROC content) {
-    for (DWORD at = import.FirstThunk;; at += sizeof(FARPROC)) {
-        const SlotAddress slot = image.At(at, sizeof(FARPROC));
-        const FARPROC held = slot ? Held(slot) : nullptr;
-        if (!held) return nullptr;
-        if (held == content) return slot;
+// The first slot of an import that the predicate takes, which gets its address and its number.
+template <class Predicate>
+SlotAddress FindSlotIf(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, Predicate isWanted) {
+    for (DWORD number = 0;; ++number) {
+        const SlotAddress slot = image.At(import.FirstThunk + number * sizeof(FARPROC), sizeof(FARPROC));
+        if (!slot || !Held(slot)) return nullptr;
+        if (isWanted(slot, number)) return slot;
     }
 }
 
-// Under the lock.
-void NoteSlot(SlotAddress slot, HMODULE module, FARPROC former, FARPROC present) {
-    const auto known = g_replacedSlots.find(slot);
-    if (known == g_replacedSlots.end())
-        g_replacedSlots.emplace(slot, ReplacedSlot{module, former, present});
-    else if (known->second.former == present)
-        g_replacedSlots.erase(known);
+SlotAddress FindSlot(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, FARPROC content) {
+    return FindSlotIf(image, import, [content](SlotAddress slot, DWORD) { return Held(slot) == content; });
 }
 
-void WriteSlot(SlotAddress slot, HMODULE module, FARPROC former, FARPROC replacement) {
+// Whether the import's entry of that number asks for the function. True if the module doesn't tell.
+bool AsksFor(const Image& image, const IMAGE_IMPORT_DESCRIPTOR& import, DWORD number,
+             const char* importedModule, FARPROC function) {
+    if (!import.OriginalFirstThunk) return true;
+    IMAGE_THUNK_DATA entry;
+    const std::uint8_t* bytes =
+        image.At(import.OriginalFirstThunk + number * DWORD{sizeof entry}, sizeof entry);
+    if (!bytes) return false;
+    std::memcpy(&entry, bytes, sizeof entry);
+    const char* name = reinterpret_cast<const char*>(IMAGE_ORDINAL(entry.u1.Ordinal));
+    if (!IMAGE_SNAP_BY_ORDINAL(entry.u1.Ordinal)) {
+        constexpr DWORD kHint = offsetof(IMAGE_IMPORT_BY_NAME, Name);
+        name = reinterpret_cast<const char*>(image.At(static_cast<DWORD>(entry.u1.AddressOfData) + kHint, 1));
+        if (!name) return false;
+    }
+    return ::GetProcAddress(::GetModuleHandleA(importedModule), name) == function;
+}
+
+// Another module may have come to the place of the one that was patched, with other slots or none
+// there. In a module that is kept loaded.
+bool IsStillThere(SlotAddress slot, const ReplacedSlot& replaced) {
+    const Image image(replaced.module);
+    const auto import = FindImport(replaced.module, image, replaced.importedModule);
+    return import && FindSlotIf(image, *import, [&](SlotAddress found, DWORD number) {
+               return found == slot &&
+                      AsksFor(image, *import, number, replaced.importedModule, replaced.former);
+           });
+}
+
+// Under the lock.
+void NoteSlot(SlotAddress slot, const ReplacedSlot& replaced) {
+    const auto known = g_replacedSlots.find(slot);
+    if (known != g_replacedSlots.end() && known->second.former == replaced.present)
+        g_replacedSlots.erase(known);
+    else
+        // What was known of the same place is of a module that is gone.
+        g_replacedSlots.insert_or_assign(slot, replaced);
+}
+
+void WriteSlot(SlotAddress slot, const ReplacedSlot& change) {
     const tavix::SrwLock::Exclusive guard(g_slotLock);
     DWORD protection = 0, unused = 0;
     const bool isOpen = ::VirtualProtect(slot, sizeof(FARPROC), PAGE_EXECUTE_WRITECOPY, &protection);
-    ::WriteProcessMemory(::GetCurrentProcess(), slot, &replacement, sizeof replacement, nullptr);
+    ::WriteProcessMemory(::GetCurrentProcess(), slot, &change.present, sizeof change.present, nullptr);
     if (isOpen) ::VirtualProtect(slot, sizeof(FARPROC), protection, &unused);
     try {
-        if (Held(slot) == replacement) NoteSlot(slot, module, former, replacement);
+        if (Held(slot) == change.present) NoteSlot(slot, change);
     } catch (const std::bad_alloc&) {
         // Without the note nobody is asked about this slot later: the library stays for good.
         AfxKeepLibraryLoaded();
@@ -156,7 +192,7 @@ void ReplaceInModule(const char* moduleName, FARPROC current, FARPROC replacemen
     const Image image(module);
     const auto import = FindImport(module, image, moduleName);
     const SlotAddress slot = import ? FindSlot(image, *import, current) : nullptr;
-    if (slot) WriteSlot(slot, module, current, replacement);
+    if (slot) WriteSlot(slot, {module, moduleName, current, replacement});
 }
 
 HMODULE OwnModule() {
@@ -314,9 +350,9 @@ bool ForgetReplacedSlots() {
     bool isForeign = false;
     for (const auto& [slot, replaced] : slots) {
         const ModuleInUse inUse(replaced.module);
-        if (!inUse) continue;
+        if (!inUse || !IsStillThere(slot, replaced)) continue;
         if (Held(slot) == replaced.present)
-            WriteSlot(slot, replaced.module, replaced.present, replaced.former);
+            WriteSlot(slot, {replaced.module, replaced.importedModule, replaced.present, replaced.former});
         else if (Held(slot) != replaced.former)
             isForeign = true;
     }

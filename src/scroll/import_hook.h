@@ -8,7 +8,7 @@
 
 /*
  * One replaced function, in force from the end of the constructor until the destructor. The two
- * names must outlive the object.
+ * names must live as long as the library, which may ask for them once more when interception ends.
  */
 class CImportHook {
 public:

@@ -243,6 +243,12 @@ bool IsOfThisProcess(HWND window) {
 
 void RaiseWindow(HWND window) { ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }
 
+// In the order in which they were made, so that the corner comes to lie topmost.
+void RaiseParts(const tavix::HostBars& bars) {
+    for (HWND window : {bars.vertical, bars.horizontal, bars.corner})
+        if (window) RaiseWindow(window);
+}
+
 SCROLLINFO NativeInfo(HWND host, int bar) {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
@@ -299,11 +305,15 @@ int InstallScrollHost(HWND window) try {
     ::SetWindowPos(window, sinks ? HWND_BOTTOM : HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
     CWnd* parent = CWnd::FromHandle(::GetParent(window));
     if (!parent) return 0;
+    if (const auto bars = tavix::FindHostBars(window, SB_BOTH)) {
+        // The host has risen above the bars that it had.
+        if (!sinks) RaiseParts(*bars);
+        return 1;
+    }
     UINT number;
     {
         const tavix::SrwLock::Shared guard(g_lock);
         number = static_cast<UINT>(m_arrScrollHosts.GetSize());
-        if (IndexOf(window) >= 0) return 1;
     }
     HostRecord* record = MakeRecord(window, parent, number);
     if (!record) return 0;

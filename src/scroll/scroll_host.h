@@ -30,8 +30,8 @@ extern CArray<SCROLLHOST*, SCROLLHOST*> m_arrScrollHosts;
 
 /*
  * Makes the window a host, its bars hidden until a replaced scroll function lays them out. 1: it is one,
- * now or already. 0: it can't be one; without a parent it keeps its hidden bars, clipping and
- * place in the Z-order all the same.
+ * now or already; the bars that it has already come to lie above it again. 0: it can't be one; without a
+ * parent it keeps its hidden bars, clipping and place in the Z-order all the same.
  */
 int InstallScrollHost(HWND window);
 /* 1 if a record was removed, 0 if there was none. */

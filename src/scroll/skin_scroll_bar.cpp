@@ -69,8 +69,6 @@ SCROLLINFO ReadScrollInfo(HWND window, int bar) {
     return info;
 }
 
-int SignedPage(UINT page) { return static_cast<int>(std::min<UINT>(page, INT_MAX)); }
-
 }  // namespace
 
 // ---------------------------------------------------------------- life
@@ -119,7 +117,7 @@ int CSkinScrollBar::AttachControl(HWND window) {
     const auto classStyle = static_cast<DWORD>(::GetClassLongA(window, GCL_STYLE));
     ::SetClassLongA(window, GCL_STYLE, static_cast<LONG>(classStyle & ~DWORD{CS_DBLCLKS}));
     SetRange(info.nMin, info.nMax, TRUE);
-    if (present) SetPage(SignedPage(info.nPage));
+    if (present) SetPage(static_cast<int>(info.nPage));
     if (!present) return 1;
     SetPos(info.nPos);
     m_nThumbPixel = PosToPixel(m_nPos);
@@ -128,11 +126,7 @@ int CSkinScrollBar::AttachControl(HWND window) {
 
 // ---------------------------------------------------------------- what others are told
 
-HWND CSkinScrollBar::Receiver() const {
-    if (m_hOwner || !m_hWnd) return m_hOwner;
-    HWND parent = ::GetParent(m_hWnd);
-    return parent ? parent : ::GetWindow(m_hWnd, GW_OWNER);
-}
+HWND CSkinScrollBar::Receiver() const { return m_hOwner ? m_hOwner : GetOwner(); }
 
 int CSkinScrollBar::SetOwner(HWND owner) {
     const bool exists = ::IsWindow(owner);
@@ -150,7 +144,7 @@ void CSkinScrollBar::RefreshFromOwner() {
     m_nPos = info.nPos;
     m_nMin = info.nMin;
     m_nMax = info.nMax;
-    SetPage(SignedPage(info.nPage));
+    SetPage(static_cast<int>(info.nPage));
 }
 
 // The receiver may do anything, the bar's end included.
@@ -368,8 +362,10 @@ void CSkinScrollBar::PaintBar(CDC& dc, const RECT& area) const {
 }
 
 LRESULT CSkinScrollBar::OnPaint(WPARAM, LPARAM) {
+    const Presence present(*this);
+    // Erases the ground and paints the frame first, which are messages that others may hear.
     CPaintDC dc(m_hWnd);
-    if (!dc.m_hDC) return 0;
+    if (!present || !dc.m_hDC) return 0;
     const CRect client = Client();
     if (HasStyle(SBS_SIZEGRIP)) {
         const COLORREF background = SizeGripBackground();

@@ -3,3 +3,18 @@ add_library(scroll_client SHARED ${CMAKE_CURRENT_LIST_DIR}/client/scroll_client.
 target_link_libraries(scroll_client PRIVATE tavix_rules user32)
 set_target_properties(scroll_client PROPERTIES PREFIX "")
 add_dependencies(test_scroll scroll_client)
+
+# Modules without a runtime library that all want the same address, to take each other's place.
+function(add_based_module name padding)
+  add_library(${name} SHARED ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/client/based_module.cpp)
+  target_link_libraries(${name} PRIVATE tavix_rules)
+  target_compile_definitions(${name} PRIVATE TAVIX_PADDING=${padding} ${ARGN})
+  target_link_options(${name} PRIVATE -nostdlib LINKER:--image-base,0x2A000000 LINKER:--disable-dynamicbase)
+  target_link_libraries(${name} PRIVATE user32)
+  set_target_properties(${name} PROPERTIES PREFIX "")
+  add_dependencies(test_scroll ${name})
+endfunction()
+add_based_module(scroll_based_show 20000 "TAVIX_CALLS=::ShowWindow(nullptr, SW_HIDE)")
+add_based_module(scroll_based_raise 20000 "TAVIX_CALLS=::BringWindowToTop(nullptr)")
+add_based_module(scroll_based_small 1)
+add_based_module(scroll_based_large 90000)

@@ -4,6 +4,7 @@
 #include <climits>
 
 #include "host_fixture.h"
+#include "import_slots.h"
 #include "scroll/api_hooks.h"
 #include "scroll/scroll_rules.h"
 #include "tavixskin.h"
@@ -253,6 +254,34 @@ TEST_F(HookedFunction, GetScrollInfoStaysWithinTheCallersStructure) {
     EXPECT_EQ(shorter.behind, 0x5A5A5A5A);
 }
 
+// Codes that name no bar: a state that could be compared is nowhere to be read, so SetScrollInfo leaves the
+// bars alone. The others take all but SB_VERT for the horizontal bar, which neither comes nor goes by it.
+TEST_F(HookedFunction, OddBarCodesMeanTheHorizontalBarExceptToSetScrollInfo) {
+    for (int code : {int{SB_BOTH}, -1, 7, INT_MAX}) {
+        SCOPED_TRACE(code);
+        ShowBoth();
+        const SCROLLINFO info = MakeInfo(SIF_ALL, 1, 2, 3, 4);
+        EXPECT_EQ(client.SetScrollInfo(host, code, &info, TRUE), ::SetScrollInfo(host, code, &info, TRUE));
+        EXPECT_EQ(Bar(SB_HORZ).m_nMax, 100);
+        EXPECT_EQ(client.SetScrollRange(host, code, 5, 50, FALSE),
+                  ::SetScrollRange(host, code, 5, 50, FALSE));
+        EXPECT_EQ(Bar(SB_HORZ).m_nMin, 5);
+        EXPECT_EQ(Bar(SB_HORZ).m_nMax, 50);
+        EXPECT_EQ(client.SetScrollPos(host, code, 20, FALSE), ::SetScrollPos(host, code, 20, FALSE));
+        EXPECT_EQ(Bar(SB_HORZ).m_nPos, 20);
+        SCROLLINFO read = MakeInfo(SIF_ALL);
+        EXPECT_TRUE(client.GetScrollInfo(host, code, &read));
+        EXPECT_EQ(read.nMin, 5);
+        EXPECT_EQ(read.nPos, 20);
+        client.SetScrollRange(host, code, 9, 9, FALSE);
+        EXPECT_EQ(Bar(SB_HORZ).m_nMax, 9);
+        EXPECT_EQ(Shown(), 3);
+        EXPECT_EQ(Windows(), 7);
+        EXPECT_EQ(Bar(SB_VERT).m_nMax, 100);
+        EXPECT_EQ(NativeInfoOf(host, SB_HORZ).nMax, 100) << "the real functions know no such bar";
+    }
+}
+
 // ---------------------------------------------------------------- ShowScrollBar, EnableScrollBar
 
 TEST_F(HookedFunction, ShowScrollBarOfAControlCallsTheRealFunctionTwice) {
@@ -342,11 +371,45 @@ TEST_F(HookedFunction, EnableScrollBarOfAWindowThatIsNoHostDoesNothing) {
         EXPECT_EQ(client.EnableScrollBar(window, SB_VERT, ESB_DISABLE_BOTH), 1);
 }
 
+// What reached the system's function, as a stand-in for it saw it.
+struct {
+    HWND window;
+    UINT bars, arrows;
+} g_enabled;
+BOOL WINAPI NoteEnableScrollBar(HWND window, UINT bars, UINT arrows) {
+    g_enabled = {window, bars, arrows};
+    ::SetLastError(4711);
+    return 815;
+}
+
+TEST_F(HookedFunction, EnableScrollBarOfAControlPassesItsArgumentsOn) {
+    const SlotTakeover system(::GetModuleHandleA(nullptr), "user32.dll", "EnableScrollBar",
+                              &NoteEnableScrollBar);
+    ASSERT_NE(system.Former(), nullptr);
+    for (UINT bars : {UINT{SB_CTL}, 4u, UINT_MAX})
+        for (UINT arrows : {UINT{ESB_DISABLE_BOTH}, UINT{ESB_ENABLE_BOTH}, 0x12345678u}) {
+            EXPECT_EQ(client.EnableScrollBar(host, bars, arrows), 815);
+            EXPECT_EQ(::GetLastError(), 4711u);
+            EXPECT_EQ(g_enabled.window, host);
+            EXPECT_EQ(g_enabled.bars, bars);
+            EXPECT_EQ(g_enabled.arrows, arrows);
+        }
+}
+
 TEST_F(HookedFunction, EnableScrollBarOfAControlIsTheRealOne) {
-    HWND control =
-        ::CreateWindowExA(0, "Static", "", WS_CHILD, 0, 0, 100, 17, m_parent, nullptr, nullptr, nullptr);
-    EXPECT_EQ(client.EnableScrollBar(control, SB_CTL, ESB_DISABLE_BOTH),
-              ::EnableScrollBar(control, SB_CTL, ESB_ENABLE_BOTH));
+    // A native one, under a name that is in no table.
+    WNDCLASSA description{};
+    ASSERT_TRUE(::GetClassInfoA(nullptr, "ScrollBar", &description));
+    description.lpszClassName = "TavixTestNativeBar";
+    description.hInstance = ::GetModuleHandleA(nullptr);
+    ::RegisterClassA(&description);
+    HWND control = ::CreateWindowExA(0, "TavixTestNativeBar", "", WS_CHILD, 0, 0, 100, 17, m_parent, nullptr,
+                                     nullptr, nullptr);
+    ASSERT_NE(control, nullptr);
+    EXPECT_TRUE(client.EnableScrollBar(control, SB_CTL, ESB_DISABLE_BOTH));
+    EXPECT_FALSE(::IsWindowEnabled(control));
+    EXPECT_TRUE(client.EnableScrollBar(control, SB_CTL, ESB_ENABLE_BOTH));
+    EXPECT_TRUE(::IsWindowEnabled(control));
 }
 
 // ---------------------------------------------------------------- MoveWindow, ShowWindow, BringWindowToTop
@@ -435,14 +498,58 @@ TEST_F(HookedFunction, BringWindowToTopBringsTheBarsAfterTheHost) {
     EXPECT_EQ(order()[0], HWND{host}) << "a hidden host comes alone";
 }
 
+struct {
+    HMENU menu;
+    UINT flags;
+    int x, y, reserved;
+    HWND window;
+    const RECT* rect;
+} g_tracked;
+BOOL WINAPI NoteTrackPopupMenu(HMENU menu, UINT flags, int x, int y, int reserved, HWND window,
+                               const RECT* rect) {
+    g_tracked = {menu, flags, x, y, reserved, window, rect};
+    ::SetLastError(4711);
+    return 815;
+}
+
+TEST_F(HookedFunction, TrackPopupMenuPassesItsArgumentsOn) {
+    const SlotTakeover system(::GetModuleHandleA(nullptr), "user32.dll", "TrackPopupMenu",
+                              &NoteTrackPopupMenu);
+    ASSERT_NE(system.Former(), nullptr);
+    const HMENU menu = ::CreatePopupMenu();
+    const RECT rect{1, 2, 3, 4};
+    EXPECT_EQ(client.TrackPopupMenu(menu, 0x89ABCDEF, -7, INT_MAX, 99, host, &rect), 815);
+    EXPECT_EQ(::GetLastError(), 4711u);
+    EXPECT_EQ(g_tracked.menu, menu);
+    EXPECT_EQ(g_tracked.flags, 0x89ABCDEF);
+    EXPECT_EQ(g_tracked.x, -7);
+    EXPECT_EQ(g_tracked.y, INT_MAX);
+    EXPECT_EQ(g_tracked.reserved, 99);
+    EXPECT_EQ(g_tracked.window, host);
+    EXPECT_EQ(g_tracked.rect, &rect);
+    ::DestroyMenu(menu);
+}
+
 TEST_F(HookedFunction, TrackPopupMenuIsTheRealOne) {
+    const HMENU menu = ::CreatePopupMenu();
+    ::AppendMenuA(menu, MF_STRING, 7, "item");
+    ASSERT_TRUE(BringToFront(m_parent));
+    m_parent.log.Clear();
+    m_parent.log.Listen({WM_INITMENUPOPUP, WM_EXITMENULOOP});
+    m_parent.handler = [&](const Received& received) -> std::optional<LRESULT> {
+        // The keys choose the item.
+        if (received.message == WM_INITMENUPOPUP) ::PostMessageA(m_parent, WM_KEYDOWN, VK_DOWN, 0);
+        if (received.message == WM_ENTERIDLE) ::PostMessageA(m_parent, WM_KEYDOWN, VK_RETURN, 0);
+        return std::nullopt;
+    };
+    EXPECT_EQ(client.TrackPopupMenu(menu, TPM_RETURNCMD, 150, 150, 0, m_parent, nullptr), 7);
+    m_parent.handler = nullptr;
+    EXPECT_EQ(m_parent.log.Messages(), (std::vector<UINT>{WM_INITMENUPOPUP, WM_EXITMENULOOP}));
+    EXPECT_EQ(m_parent.log.Entries()[0].wParam, reinterpret_cast<WPARAM>(menu));
+    ::DestroyMenu(menu);
     ::SetLastError(0);
     EXPECT_FALSE(client.TrackPopupMenu(nullptr, 0, 0, 0, 0, m_parent, nullptr));
-    const DWORD error = ::GetLastError();
-    ::SetLastError(0);
-    EXPECT_FALSE(::TrackPopupMenu(nullptr, 0, 0, 0, 0, m_parent, nullptr));
-    EXPECT_EQ(error, ::GetLastError());
-    EXPECT_EQ(error, DWORD{ERROR_INVALID_MENU_HANDLE});
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_INVALID_MENU_HANDLE});
 }
 
 // ---------------------------------------------------------------- what no caller should hand in

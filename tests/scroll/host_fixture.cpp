@@ -6,12 +6,14 @@
 
 namespace tavix_test {
 
-std::string ClientPath() {
+std::string BesideTheProgram(const char* name) {
     char path[MAX_PATH] = {};
     ::GetModuleFileNameA(nullptr, path, sizeof path);
     const std::string program = path;
-    return program.substr(0, program.find_last_of('\\') + 1) + "scroll_client.dll";
+    return program.substr(0, program.find_last_of('\\') + 1) + name;
 }
+
+std::string ClientPath() { return BesideTheProgram("scroll_client.dll"); }
 
 const ClientCalls& CallsOf(HMODULE client) {
     const auto function = reinterpret_cast<ClientCallsFunction>(
@@ -61,7 +63,8 @@ LRESULT CALLBACK Pane::Procedure(HWND window, UINT message, WPARAM wParam, LPARA
     return answer ? *answer : ::DefWindowProcA(window, message, wParam, lParam);
 }
 
-Pane::Pane(HWND parent, const char* className, CRect at, DWORD style) {
+Pane::Pane(HWND parent, const char* className, CRect at, DWORD style, Handler ofItsCreation)
+    : handler(std::move(ofItsCreation)) {
     WNDCLASSA description{};
     description.lpfnWndProc = &Procedure;
     description.hInstance = ::GetModuleHandleA(nullptr);

@@ -18,6 +18,8 @@
 
 namespace tavix_test {
 
+/* The path of a file in the test program's folder. */
+std::string BesideTheProgram(const char* name);
 /* The test DLL's file; each copy of it is a module of its own. */
 std::string ClientPath();
 class ClientCopy {
@@ -47,8 +49,9 @@ TestSkin& SkinOfHosts();
 /* A window of a host's class, as a child of another. */
 class Pane {
 public:
+    using Handler = std::function<std::optional<LRESULT>(const Received&)>;
     explicit Pane(HWND parent, const char* className = "Tavix_PaneK", CRect at = {20, 30, 220, 180},
-                  DWORD style = WS_CHILD | WS_VISIBLE);
+                  DWORD style = WS_CHILD | WS_VISIBLE, Handler ofItsCreation = {});
     ~Pane();
     Pane(const Pane&) = delete;
     Pane& operator=(const Pane&) = delete;
@@ -58,7 +61,7 @@ public:
     }
 
     MessageLog log;
-    std::function<std::optional<LRESULT>(const Received&)> handler;
+    Handler handler;
 
 private:
     static LRESULT CALLBACK Procedure(HWND, UINT, WPARAM, LPARAM);

@@ -1,12 +1,11 @@
 // Thousands of random calls on a host, each checked against what the rules make of it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <climits>
 #include <random>
 
 #include "host_fixture.h"
-#include "scroll/scroll_bar_geometry.h"
-#include "scroll/scroll_rules.h"
+#include "host_rules.h"
 #include "tavixskin.h"
 
 using namespace tavix_test;
@@ -15,31 +14,71 @@ namespace {
 
 constexpr int kSteps = 5000;
 
-// One bar as the rules have it.
-struct ModelBar {
-    tavix::ScrollBarValues values;
-    bool wanted = false;
-    bool enabled = true;
-    bool shown = false;
-    CRect place;
-};
-
 class HostModel : public testing::Test {
 protected:
     HostModel() {
-        for (int code : {SB_HORZ, SB_VERT}) {
-            CSkinScrollBar& bar = Real(code);
-            model[code].values = {bar.m_nMin, bar.m_nMax,      bar.m_nPage,
-                                  bar.m_nPos, bar.m_nThumbLen, bar.m_nArrowLen};
-            model[code].place = PlaceOf(bar.m_hWnd);
+        host.handler = [this](const Received& received) -> std::optional<LRESULT> {
+            if (received.message == WM_VSCROLL || received.message == WM_HSCROLL) {
+                rules.OnScrollMessage(received.message, received.wParam, received.lParam);
+                if (follows)
+                    Follow(received.message == WM_VSCROLL ? SB_VERT : SB_HORZ, LOWORD(received.wParam));
+            }
+            if (received.message == WM_KEYDOWN) FollowKey(static_cast<int>(received.wParam));
+            if (received.message == WM_MOUSEWHEEL)
+                Follow(SB_VERT, GET_WHEEL_DELTA_WPARAM(received.wParam) > 0 ? SB_LINEUP : SB_LINEDOWN);
+            return std::nullopt;
+        };
+    }
+
+    // What a program does with a scroll message: the position goes on, by one road or the other.
+    void Follow(int code, int request) {
+        SCROLLINFO now = MakeInfo(SIF_ALL);
+        EXPECT_TRUE(Client().GetScrollInfo(host, code, &now));
+        const auto page = static_cast<std::int64_t>(now.nPage);
+        std::int64_t pos = now.nPos;
+        switch (request) {
+            case SB_LINEUP:
+                pos -= 1;
+                break;
+            case SB_LINEDOWN:
+                pos += 1;
+                break;
+            case SB_PAGEUP:
+                pos -= page;
+                break;
+            case SB_PAGEDOWN:
+                pos += page;
+                break;
+            case SB_TOP:
+                pos = now.nMin;
+                break;
+            case SB_BOTTOM:
+                pos = now.nMax;
+                break;
+            case SB_THUMBTRACK:
+            case SB_THUMBPOSITION:
+                pos = now.nTrackPos;
+                break;
         }
-        cornerPlace = PlaceOf(Corner());
+        const int to = static_cast<int>(std::clamp<std::int64_t>(pos, INT_MIN, INT_MAX));
+        const SCROLLINFO info = MakeInfo(SIF_POS, 0, 0, 0, to);
+        if (followsByInfo)
+            rules.SetScrollInfo(code, &info, TRUE);
+        else
+            rules.SetScrollPos(code, to, TRUE);
+        ++followed;
     }
-    CSkinScrollBar& Real(int code) {
-        const SCROLLHOST record = RecordOf(host);
-        return code == SB_VERT ? *record.m_pVertBar : *record.m_pHorzBar;
+    void FollowKey(int key) {
+        const struct {
+            int key, code, request;
+        } keys[] = {{VK_UP, SB_VERT, SB_LINEUP},    {VK_DOWN, SB_VERT, SB_LINEDOWN},
+                    {VK_PRIOR, SB_VERT, SB_PAGEUP}, {VK_NEXT, SB_VERT, SB_PAGEDOWN},
+                    {VK_HOME, SB_VERT, SB_TOP},     {VK_END, SB_VERT, SB_BOTTOM},
+                    {VK_LEFT, SB_HORZ, SB_LINEUP},  {VK_RIGHT, SB_HORZ, SB_LINEDOWN}};
+        for (const auto& known : keys)
+            if (known.key == key) Follow(known.code, known.request);
     }
-    HWND Corner() { return RecordOf(host).m_pStub->m_hWnd; }
+
     int Below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
     // A number of moderate size, or now and then one from the ends of all numbers.
     int Any() {
@@ -47,177 +86,98 @@ protected:
         return Below(20) == 0 ? ends[Below(4)] : Below(400) - 150;
     }
 
-    // The layout rules; `client` is the host's client area in the parent at the moment of the layout.
-    void Layout(bool horizontal, bool vertical, CRect client) {
-        const int cx = ::GetSystemMetrics(SM_CXVSCROLL), cy = ::GetSystemMetrics(SM_CYHSCROLL);
-        if (vertical && !model[SB_VERT].wanted) client.right -= cx;
-        if (horizontal && !model[SB_HORZ].wanted) client.bottom -= cy;
-        model[SB_HORZ].wanted = horizontal;
-        model[SB_VERT].wanted = vertical;
-        // Windows have no negative sizes.
-        const int width = std::max(client.Width(), 0), height = std::max(client.Height(), 0);
-        if (vertical) model[SB_VERT].place = CRect(CPoint(client.right, client.top), CSize(cx, height));
-        if (horizontal) model[SB_HORZ].place = CRect(CPoint(client.left, client.bottom), CSize(width, cy));
-        if (horizontal && vertical) cornerPlace = CRect(CPoint(client.right, client.bottom), CSize(cx, cy));
-        model[SB_VERT].shown = vertical && (visible || model[SB_VERT].shown);
-        model[SB_HORZ].shown = horizontal && (visible || model[SB_HORZ].shown);
-        cornerShown = horizontal && vertical && (visible || cornerShown);
-    }
-    void Want(int code, bool wanted, const CRect& client) {
-        if (!wanted && !model[code].wanted) return;
-        Layout(code == SB_HORZ ? wanted : model[SB_HORZ].wanted,
-               code == SB_VERT ? wanted : model[SB_VERT].wanted, client);
-    }
-
     void StepInfo() {
-        const int code = Below(2);
         SCROLLINFO info =
             MakeInfo(static_cast<UINT>(Below(8)), Any(), Any(), static_cast<UINT>(Any()), Any());
         if (Below(3)) info = MakeInfo(SIF_ALL, 0, Below(200), static_cast<UINT>(Below(60)), Below(250));
-        SCROLLINFO present = MakeInfo(SIF_ALL);
-        if (!::GetScrollInfo(host, code, &present)) present = {};
-        const tavix::ScrollInfoVerdict verdict = tavix::JudgeScrollInfo(present, info);
-        Want(code, !verdict.hides, ClientPlaceOf(host));
-        tavix::ScrollBarValues& v = model[code].values;
-        if (info.fMask & SIF_RANGE) tavix::SetRange(v, info.nMin, info.nMax);
-        if (info.fMask & SIF_PAGE) tavix::SetPage(v, 100, static_cast<int>(info.nPage));
-        if (info.fMask & SIF_POS) tavix::SetPos(v, verdict.position);
-        Client().SetScrollInfo(host, code, &info, Below(2));
-    }
-    void StepRange() {
-        const int code = Below(2), min = Any(), max = Any(), redraw = Below(2);
-        Want(code, min < max, ClientPlaceOf(host));
-        tavix::ScrollBarValues& v = model[code].values;
-        tavix::SetRange(v, min, max);
-        if (v.page == 0) tavix::SetPage(v, 100, 1);
-        if (redraw) tavix::SetPos(v, v.pos);
-        Client().SetScrollRange(host, code, min, max, redraw);
-    }
-    void StepPos() {
-        const int code = Below(2), pos = Any();
-        if (pos != model[code].values.pos) tavix::SetPos(model[code].values, pos);
-        Client().SetScrollPos(host, code, pos, Below(2));
+        rules.SetScrollInfo(Below(2), &info, Below(2));
     }
     void StepShowBar() {
         const int codes[] = {SB_HORZ, SB_VERT, SB_BOTH};
-        const int code = codes[Below(3)], show = Below(2);
-        Client().ShowScrollBar(host, code, show);
-        // The real function runs first here, so its client area is the one that counts.
-        Layout(code == SB_VERT ? model[SB_HORZ].wanted : show, code == SB_HORZ ? model[SB_VERT].wanted : show,
-               ClientPlaceOf(host));
-        for (int bar : {SB_HORZ, SB_VERT}) {
-            if (!model[bar].wanted) continue;
-            model[bar].shown = true;
-            SCROLLINFO native = MakeInfo(SIF_ALL);
-            if (!::GetScrollInfo(host, bar, &native)) continue;
-            tavix::ScrollBarValues& v = model[bar].values;
-            v.min = native.nMin, v.max = native.nMax, v.pos = native.nPos;
-            tavix::SetPage(v, 100, static_cast<int>(std::min<UINT>(native.nPage, INT_MAX)));
-        }
-        if (model[SB_HORZ].wanted && model[SB_VERT].wanted) cornerShown = true;
+        rules.ShowScrollBar(codes[Below(3)], Below(2));
     }
     void StepMove() {
-        Client().MoveWindow(host, Below(100), Below(80), 60 + Below(200), 60 + Below(150), Below(2));
-        Layout(model[SB_HORZ].wanted, model[SB_VERT].wanted, ClientPlaceOf(host));
+        rules.MoveWindow(Below(100), Below(80), 60 + Below(200), 60 + Below(150), Below(2));
+        // Whatever came before: the bars that are wanted lie beside the client area now.
+        const CRect client = ClientPlaceOf(host);
+        const CSize thickness(::GetSystemMetrics(SM_CXVSCROLL), ::GetSystemMetrics(SM_CYHSCROLL));
+        const BarRules &upright = rules.Bar(SB_VERT), &across = rules.Bar(SB_HORZ);
+        if (upright.wanted) {
+            EXPECT_EQ(PlaceOf(upright.window),
+                      CRect(client.right, client.top, client.right + thickness.cx, client.bottom));
+        }
+        if (across.wanted) {
+            EXPECT_EQ(PlaceOf(across.window),
+                      CRect(client.left, client.bottom, client.right, client.bottom + thickness.cy));
+        }
     }
     void StepShow() {
         const int commands[] = {SW_HIDE, SW_SHOW, SW_SHOWNA};
-        const int command = commands[Below(3)];
-        Client().ShowWindow(host, command);
-        if (command == SW_SHOWNA) return;
-        visible = command == SW_SHOW;
-        if (!model[SB_HORZ].wanted && !model[SB_VERT].wanted) return;
-        for (int bar : {SB_HORZ, SB_VERT}) model[bar].shown = model[bar].wanted && visible;
-        cornerShown = model[SB_HORZ].wanted && model[SB_VERT].wanted && visible;
+        rules.ShowWindow(commands[Below(3)]);
     }
     void StepEnable() {
         const UINT codes[] = {SB_HORZ, SB_VERT, SB_BOTH};
-        const UINT code = codes[Below(3)], arrows = static_cast<UINT>(Below(4));
-        EXPECT_EQ(Client().EnableScrollBar(host, code, arrows), 1);
-        if (code == SB_VERT) model[SB_VERT].enabled = arrows == 0;
+        EXPECT_EQ(rules.EnableScrollBar(codes[Below(3)], static_cast<UINT>(Below(4))), 1);
     }
-    // The wheel at the host and the mouse at a bar move nothing by themselves: the host would answer.
-    void StepInput() {
+    void StepKeysAndWheel() {
+        const WPARAM keys[] = {VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT, VK_HOME, VK_END, VK_LEFT, VK_RIGHT};
+        if (Below(2))
+            ::SendMessageA(host, WM_KEYDOWN, keys[Below(8)], 1);
+        else
+            ::SendMessageA(host, WM_MOUSEWHEEL, MAKEWPARAM(0, Below(2) ? 120 : 0xFF88), MAKELPARAM(50, 50));
+    }
+    // A press anywhere on a bar, more often than not on its thumb; then the mouse goes about and is let go.
+    void StepMouse() {
         const int code = Below(2);
-        const HWND bar = Real(code).m_hWnd;
-        const LPARAM at = MAKELPARAM(Below(120), Below(120));
-        ::SendMessageA(host, WM_MOUSEWHEEL, MAKEWPARAM(0, Below(2) ? 120 : 0xFF88), at);
-        ::SendMessageA(bar, WM_MOUSEMOVE, 0, at);
-        ::SendMessageA(bar, WM_LBUTTONDOWN, MK_LBUTTON, at);
-        ::SendMessageA(bar, WM_LBUTTONUP, 0, at);
-    }
-
-    void Check(int step) {
-        const SCROLLHOST record = RecordOf(host);
-        EXPECT_EQ(record.m_bVisible != 0, visible) << step;
-        EXPECT_EQ(record.m_bHorzShown != 0, model[SB_HORZ].wanted) << step;
-        EXPECT_EQ(record.m_bVertShown != 0, model[SB_VERT].wanted) << step;
-        for (int code : {SB_HORZ, SB_VERT}) {
-            const ModelBar& m = model[code];
-            CSkinScrollBar& bar = Real(code);
-            EXPECT_EQ(bar.m_nMin, m.values.min) << step;
-            EXPECT_EQ(bar.m_nMax, m.values.max) << step;
-            EXPECT_EQ(bar.m_nPage, m.values.page) << step;
-            EXPECT_EQ(bar.m_nPos, m.values.pos) << step;
-            EXPECT_EQ(PlaceOf(bar.m_hWnd), m.place) << step << " bar " << code;
-            EXPECT_EQ(IsShown(bar.m_hWnd), m.shown) << step << " bar " << code;
-            EXPECT_EQ(::IsWindowEnabled(bar.m_hWnd) != 0, m.enabled) << step;
-            SCROLLINFO read = MakeInfo(SIF_RANGE | SIF_PAGE | SIF_POS);
-            EXPECT_TRUE(Client().GetScrollInfo(host, code, &read));
-            EXPECT_EQ(read.nMax, m.values.max) << step;
-            EXPECT_EQ(read.nPos, m.values.pos) << step;
-        }
-        EXPECT_EQ(PlaceOf(Corner()), cornerPlace) << step;
-        EXPECT_EQ(IsShown(Corner()), cornerShown) << step;
+        const BarRules& bar = rules.Bar(code);
+        const CSize size = bar.place.Size();
+        const auto anywhere = [&] { return POINT{Below(size.cx + 1), Below(size.cy + 1)}; };
+        POINT at = anywhere();
+        const int inThumb = bar.PixelOf(bar.pos) + Below(bar.thumbLength > 0 ? bar.thumbLength : 1);
+        if (Below(3)) (code == SB_VERT ? at.y : at.x) = inThumb;
+        follows = Below(4) != 0;
+        followsByInfo = Below(2) != 0;
+        rules.PressMouse(code, at);
+        for (int moves = Below(4); moves > 0; --moves) rules.MoveMouse(code, anywhere());
+        rules.ReleaseMouse(code, anywhere());
     }
 
     HostSkin m_skin;
     ProbeWindow m_parent;
     Pane host{m_parent};
-    ModelBar model[2];
-    CRect cornerPlace;
-    bool cornerShown = false;
-    bool visible = true;
+    HostRules rules{host};
+    bool follows = true;
+    bool followsByInfo = true;
+    int followed = 0;
     std::mt19937 random{20260417};
 };
 
 TEST_F(HostModel, StaysTrueUnderRandomCalls) {
-    int moves = 0;
     for (int step = 0; step < kSteps && !HasFailure(); ++step) {
         const int kind = Below(20);
-        if (kind < 8)
+        SCOPED_TRACE("step " + std::to_string(step) + ", kind " + std::to_string(kind));
+        if (kind < 7)
             StepInfo();
+        else if (kind < 9)
+            rules.SetScrollRange(Below(2), Any(), Any(), Below(2));
         else if (kind < 10)
-            StepRange();
+            rules.SetScrollPos(Below(2), Any(), Below(2));
         else if (kind < 12)
-            StepPos();
-        else if (kind < 14)
             StepShowBar();
-        else if (kind < 16)
+        else if (kind < 14)
             StepMove();
-        else if (kind < 17)
+        else if (kind < 15)
             StepShow();
-        else if (kind < 18)
+        else if (kind < 16)
             StepEnable();
+        else if (kind < 17)
+            StepKeysAndWheel();
         else
-            StepInput();
-        Check(step);
-        if (HasFailure()) ADD_FAILURE() << "kind " << kind;
-        // After a move, the bars that are wanted lie exactly beside the client area.
-        if (kind != 14 && kind != 15) continue;
-        ++moves;
-        const CRect client = ClientPlaceOf(host);
-        if (model[SB_VERT].wanted) {
-            EXPECT_EQ(PlaceOf(Real(SB_VERT).m_hWnd).left, client.right);
-            EXPECT_EQ(PlaceOf(Real(SB_VERT).m_hWnd).top, client.top);
-            EXPECT_EQ(PlaceOf(Real(SB_VERT).m_hWnd).bottom, client.bottom);
-        }
-        if (model[SB_HORZ].wanted) {
-            EXPECT_EQ(PlaceOf(Real(SB_HORZ).m_hWnd).top, client.bottom);
-            EXPECT_EQ(PlaceOf(Real(SB_HORZ).m_hWnd).right, client.right);
-        }
+            StepMouse();
+        rules.Check();
     }
-    EXPECT_GT(moves, 100);
+    EXPECT_GT(rules.Notifications(), kSteps / 20);
+    EXPECT_GT(followed, kSteps / 20);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "host_fixture.h"
+#include "import_slots.h"
 #include "main/gui_objects.h"
 #include "main/object_watch.h"
 #include "tavixskin.h"
@@ -70,7 +71,9 @@ TEST_P(HeldBar, SurvivesWhatItsHostDoes) {
                     ::RemoveScrollHost(window);
                     break;
                 case Deed::Uninstall:
+                    EXPECT_GT(CountReplacedSlots(), 0);
                     skin.reset();
+                    EXPECT_EQ(CountReplacedSlots(), 0);
                     break;
                 case Deed::CallFromAThread:
                     ::DestroyWindow(window);

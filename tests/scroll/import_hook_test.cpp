@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <psapi.h>
+
 #include <atomic>
+#include <cstring>
 #include <thread>
 
 #include "host_fixture.h"
@@ -35,9 +38,14 @@ FARPROC ReplacementFor(const char* function) {
 }
 
 struct Interception {
-    Interception() { ::InstallApiHooks(); }
+    Interception() {
+        Client();  // loaded before, so that its calls are replaced
+        ::InstallApiHooks();
+    }
     ~Interception() { ::UnInstallApiHooks(); }
 };
+
+BOOL WINAPI NeverAWindow(HWND) { return FALSE; }
 
 int HooksInList() {
     int count = 0;
@@ -225,15 +233,35 @@ TEST(LaterModule, LoadedThroughALookedUpPointerIsPatched) {
     for (const LoadedCopy* copy : {&wide, &ex, &exWide, &plain}) EXPECT_TRUE(copy->IsPatched());
 }
 
+constexpr DWORD kDataFlags[] = {LOAD_LIBRARY_AS_DATAFILE, LOAD_LIBRARY_AS_DATAFILE_EXCLUSIVE,
+                                LOAD_LIBRARY_AS_IMAGE_RESOURCE,
+                                LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE};
+
 TEST(LaterModule, LoadedAsDataIsLeftAlone) {
     Interception on;
-    for (DWORD flags : {DWORD{LOAD_LIBRARY_AS_DATAFILE}, DWORD{LOAD_LIBRARY_AS_DATAFILE_EXCLUSIVE},
-                        DWORD{LOAD_LIBRARY_AS_IMAGE_RESOURCE},
-                        DWORD{LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE}}) {
+    // A copy that could be patched, and what is said about it.
+    const LoadedCopy copy([](const ClientCopy& c) { return ::LoadLibraryA(c.Path()); });
+    const ImportSlots before = SlotsOf(copy.Module());
+    for (DWORD flags : kDataFlags) {
+        HookNewlyLoadedModule(copy.Module(), flags);
+        EXPECT_EQ(SlotsOf(copy.Module()), before) << flags;
+    }
+    HookNewlyLoadedModule(copy.Module(), LOAD_WITH_ALTERED_SEARCH_PATH);
+    EXPECT_TRUE(copy.IsPatched()) << "other flags make no data of it";
+}
+
+TEST(LaterModule, ThatIsDataIsLeftAloneWhateverTheFlags) {
+    Interception on;
+    for (DWORD flags : kDataFlags) {
         ClientCopy copy;
         HMODULE module = LookedUp<decltype(&::LoadLibraryExA)>("LoadLibraryExA")(copy.Path(), nullptr, flags);
         ASSERT_NE(module, nullptr) << flags;
+        MEMORY_BASIC_INFORMATION memory{};
+        ::VirtualQuery(module, &memory, sizeof memory);
+        const auto* bytes = static_cast<const char*>(memory.BaseAddress);
+        const std::vector<char> before(bytes, bytes + memory.RegionSize);
         HookNewlyLoadedModule(module, 0);  // as a later load without the flags would
+        EXPECT_EQ(std::memcmp(bytes, before.data(), before.size()), 0) << flags;
         ::FreeLibrary(module);
     }
 }
@@ -256,6 +284,36 @@ TEST(LaterModule, IsGivenBackWithTheRest) {
     ASSERT_TRUE(copy.IsPatched());
     on.reset();
     EXPECT_EQ(copy.Slot("SetScrollInfo"), Real("SetScrollInfo"));
+}
+
+// By their places from the module's base: copies of a module lie elsewhere.
+std::map<std::ptrdiff_t, FARPROC> PlacedSlotsOf(HMODULE module) {
+    std::map<std::ptrdiff_t, FARPROC> placed;
+    for (const auto& [slot, held] : SlotsOf(module))
+        placed[static_cast<const char*>(slot) - reinterpret_cast<const char*>(module)] = held;
+    return placed;
+}
+
+TEST(LaterModule, HoldsAfterwardsWhatOneThatWasNeverPatchedHolds) {
+    std::optional<HostSkin> skin(std::in_place);
+    const LoadedCopy plain([](const ClientCopy& c) { return Client().LoadLibraryA(c.Path()); });
+    const LoadedCopy wide([](const ClientCopy& c) {
+        return LookedUp<decltype(&::LoadLibraryW)>("LoadLibraryW")(c.WidePath().c_str());
+    });
+    const LoadedCopy ex([](const ClientCopy& c) {
+        return LookedUp<decltype(&::LoadLibraryExA)>("LoadLibraryExA")(c.Path(), nullptr, 0);
+    });
+    const LoadedCopy exWide([](const ClientCopy& c) {
+        return LookedUp<decltype(&::LoadLibraryExW)>("LoadLibraryExW")(c.WidePath().c_str(), nullptr, 0);
+    });
+    for (const LoadedCopy* copy : {&plain, &wide, &ex, &exWide}) ASSERT_TRUE(copy->IsPatched());
+    skin.reset();
+    const LoadedCopy fresh([](const ClientCopy& c) { return ::LoadLibraryA(c.Path()); });
+    const auto expected = PlacedSlotsOf(fresh.Module());
+    ASSERT_GT(expected.size(), std::size(kExpected));
+    for (const LoadedCopy* copy : {&plain, &wide, &ex, &exWide})
+        EXPECT_EQ(PlacedSlotsOf(copy->Module()), expected);
+    EXPECT_EQ(CountReplacedSlots(), 0);
 }
 
 TEST(LaterModule, MayBeGoneAtTheEnd) {
@@ -368,23 +426,110 @@ TEST(RepeatedInstall, MakesTheLoaderHooksAfreshAndEndsWithTheFirstEnd) {
 
 TEST(SlotOfSomebodyElse, IsNotTakenBack) {
     FARPROC* slot = SlotOf(ClientModule(), "user32.dll", "ShowWindow");
-    const auto other = reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&::IsWindow));
-    DWORD protection = 0;
-    ::VirtualProtect(slot, sizeof *slot, PAGE_EXECUTE_READWRITE, &protection);
     {
-        Interception on;
-        *slot = other;
+        std::optional<Interception> on(std::in_place);
+        SlotTakeover theirs(ClientModule(), "user32.dll", "ShowWindow", &NeverAWindow);
+        EXPECT_EQ(theirs.Former(), ReplacementFor("ShowWindow"));
+        on.reset();
+        EXPECT_EQ(*slot, reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&NeverAWindow)));
+        theirs.GiveBack(Real("ShowWindow"));
     }
-    EXPECT_EQ(*slot, other);
-    *slot = Real("ShowWindow");
-    ::VirtualProtect(slot, sizeof *slot, protection, &protection);
     Interception on;
     EXPECT_EQ(*slot, ReplacementFor("ShowWindow"));
 }
 
-// ---------------------------------------------------------------- one hook, one module
+// ---------------------------------------------------------------- modules in the place of others
 
-BOOL WINAPI NeverAWindow(HWND) { return FALSE; }
+// All of these want the same address.
+class PlacedModule {
+public:
+    template <class Load>
+    PlacedModule(const char* name, Load load) : m_module(load(BesideTheProgram(name).c_str())) {
+        EXPECT_NE(m_module, nullptr) << name << " " << ::GetLastError();
+    }
+    ~PlacedModule() {
+        if (m_module) ::FreeLibrary(m_module);
+    }
+    PlacedModule(const PlacedModule&) = delete;
+    PlacedModule& operator=(const PlacedModule&) = delete;
+    HMODULE Module() const { return m_module; }
+    DWORD Size() const {
+        MODULEINFO info{};
+        ::K32GetModuleInformation(::GetCurrentProcess(), m_module, &info, sizeof info);
+        return info.SizeOfImage;
+    }
+
+private:
+    HMODULE m_module;
+};
+
+struct FormerModule {
+    HMODULE module;
+    DWORD slot;  // from the module's base
+};
+
+// Has a module patched, and gone again. The note of its slot stays.
+FormerModule PatchAndFree() {
+    PlacedModule module("scroll_based_show.dll", Client().LoadLibraryA);
+    const FARPROC* slot = SlotOf(module.Module(), "user32.dll", "ShowWindow");
+    EXPECT_EQ(*slot, ReplacementFor("ShowWindow"));
+    const auto* base = reinterpret_cast<const char*>(module.Module());
+    return {module.Module(), static_cast<DWORD>(reinterpret_cast<const char*>(slot) - base)};
+}
+
+TEST(PlaceOfAFormerModule, MayBeTakenByASmallerOne) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule small("scroll_based_small.dll", ::LoadLibraryA);
+    ASSERT_EQ(small.Module(), former.module);
+    ASSERT_LT(small.Size(), former.slot) << "nothing is there to be read";
+    EXPECT_FALSE(tavix::ForgetReplacedSlots());
+}
+
+TEST(PlaceOfAFormerModule, MayBeTakenByOneThatHasSomethingElseThere) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule large("scroll_based_large.dll", ::LoadLibraryA);
+    ASSERT_EQ(large.Module(), former.module);
+    ASSERT_GT(large.Size(), former.slot + sizeof(FARPROC));
+    EXPECT_FALSE(tavix::ForgetReplacedSlots()) << "what is there is nobody's replacement of a replacement";
+}
+
+TEST(PlaceOfAFormerModule, MayBeTakenByOneWithTheSlotOfAnotherFunction) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule other("scroll_based_raise.dll", ::LoadLibraryA);
+    ASSERT_EQ(other.Module(), former.module);
+    const FARPROC* slot = SlotOf(other.Module(), "user32.dll", "BringWindowToTop");
+    ASSERT_EQ(reinterpret_cast<const char*>(slot),
+              reinterpret_cast<const char*>(former.module) + former.slot);
+    EXPECT_FALSE(tavix::ForgetReplacedSlots());
+    EXPECT_EQ(*slot, Real("BringWindowToTop"));
+}
+
+TEST(PlaceOfAFormerModule, IsKnownAnewWithTheModuleThatTookIt) {
+    Interception on;
+    const FormerModule former = PatchAndFree();
+    const PlacedModule other("scroll_based_raise.dll", Client().LoadLibraryA);
+    ASSERT_EQ(other.Module(), former.module);
+    FARPROC* slot = SlotOf(other.Module(), "user32.dll", "BringWindowToTop");
+    ASSERT_EQ(*slot, ReplacementFor("BringWindowToTop"));
+    // Somebody takes the slot over, and may call what was in it.
+    const SlotTakeover theirs(other.Module(), "user32.dll", "BringWindowToTop", &NeverAWindow);
+    EXPECT_TRUE(tavix::ForgetReplacedSlots());
+    EXPECT_EQ(*slot, reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&NeverAWindow)));
+}
+
+TEST(PlaceOfAFormerModule, GivesBackASlotThatIsStillReplaced) {
+    Interception on;
+    const PlacedModule module("scroll_based_show.dll", Client().LoadLibraryA);
+    const FARPROC* slot = SlotOf(module.Module(), "user32.dll", "ShowWindow");
+    ASSERT_EQ(*slot, ReplacementFor("ShowWindow"));
+    EXPECT_FALSE(tavix::ForgetReplacedSlots());
+    EXPECT_EQ(*slot, Real("ShowWindow"));
+}
+
+// ---------------------------------------------------------------- one hook, one module
 
 TEST(ImportHook, IsInForceFromItsConstructorToItsDestructor) {
     HMODULE module = ::GetModuleHandleA("comctl32.dll");

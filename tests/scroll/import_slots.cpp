@@ -65,6 +65,29 @@ FARPROC* SlotOf(HMODULE module, const char* importedModule, const char* function
     return nullptr;
 }
 
+int CountReplacedSlots() {
+    HMODULE self = ::GetModuleHandleA(nullptr);
+    MODULEINFO own{};
+    ::K32GetModuleInformation(::GetCurrentProcess(), self, &own, sizeof own);
+    int count = 0;
+    for (const auto& [module, slots] : SlotsOfAllModules()) {
+        if (module == self) continue;
+        for (const auto& [slot, held] : slots) {
+            const auto* code = reinterpret_cast<const std::uint8_t*>(reinterpret_cast<void*>(held));
+            count += code >= BytesOf(self) && code < BytesOf(self) + own.SizeOfImage;
+        }
+    }
+    return count;
+}
+
+void SlotTakeover::Write(FARPROC function) {
+    if (!m_slot) return;
+    DWORD protection = 0;
+    ::VirtualProtect(m_slot, sizeof *m_slot, PAGE_EXECUTE_READWRITE, &protection);
+    *m_slot = function;
+    ::VirtualProtect(m_slot, sizeof *m_slot, protection, &protection);
+}
+
 std::string NameOfModule(HMODULE module) {
     char path[MAX_PATH] = {};
     ::GetModuleFileNameA(module, path, sizeof path);

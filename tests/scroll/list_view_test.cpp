@@ -10,6 +10,7 @@
 #include "support/common_controls.h"
 #include "support/skinned_thread.h"
 #include "tavixskin/tavix_skin.h"
+#include "tavixskin/value_ids.h"
 
 using namespace tavix_test;
 
@@ -86,7 +87,6 @@ protected:
 };
 
 TEST_P(ListView, LosesItsNativeEdgeAndKeepsAPixelOfRoom) {
-    // The system itself takes the window edge from a child without a frame.
     for (DWORD edge : {WS_EX_CLIENTEDGE, WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE}) {
         HWND view = Make(edge);
         const DWORD exStyle = static_cast<DWORD>(::GetWindowLongA(view, GWL_EXSTYLE));
@@ -96,6 +96,17 @@ TEST_P(ListView, LosesItsNativeEdgeAndKeepsAPixelOfRoom) {
         EXPECT_EQ(ClientPlaceOf(view), inside) << edge;
         ::DestroyWindow(view);
     }
+}
+
+// The system gives a window edge to a child with a sizing frame, and takes it from one without any.
+TEST_P(ListView, KeepsAPixelOfRoomForAWindowEdgeAlone) {
+    HWND plain =
+        CreateControl(GetParam().charset, m_parent, "Static", "", WS_VISIBLE | WS_THICKFRAME, kPlace);
+    ASSERT_EQ(::GetWindowLongA(plain, GWL_EXSTYLE) & (WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE), WS_EX_WINDOWEDGE);
+    CRect inside = ClientPlaceOf(plain);
+    ASSERT_LT(inside.Width(), kPlace.Width());
+    ::InflateRect(&inside, -1, -1);
+    EXPECT_EQ(ClientPlaceOf(Make(0, "", WS_VISIBLE | WS_THICKFRAME)), inside);
 }
 
 TEST_P(ListView, WithoutAnEdgeHasNoMargin) {
@@ -240,6 +251,25 @@ TEST_P(ForeignView, IsAHostAndAlwaysFramed) {
     EXPECT_EQ(picture.At(picture.width - 1, picture.height - 1), kBottomRight);
 }
 
+// It is made a host twice: before it gets its skin, and by the skin.
+TEST_P(ForeignView, HasItsBarsAboveIt) {
+    Pane view(m_parent, GetParam());
+    const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
+    for (int bar : {SB_HORZ, SB_VERT}) Client().SetScrollInfo(view, bar, &info, TRUE);
+    const SCROLLHOST host = RecordOf(view);
+    std::vector<HWND> order;
+    for (HWND w = ::GetTopWindow(m_parent); w; w = ::GetWindow(w, GW_HWNDNEXT)) order.push_back(w);
+    EXPECT_EQ(order, (std::vector<HWND>{host.m_pStub->m_hWnd, host.m_pHorzBar->m_hWnd,
+                                        host.m_pVertBar->m_hWnd, HWND{view}}));
+    // So what shows there is the skin's bar, not the native one.
+    for (const CSkinScrollBar* bar : {host.m_pHorzBar, host.m_pVertBar}) {
+        ::RedrawWindow(view, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
+        const CPoint inside = PlaceOf(bar->m_hWnd).TopLeft();
+        EXPECT_EQ(::ChildWindowFromPoint(m_parent, inside), bar->m_hWnd);
+        EXPECT_GT(PictureOfClient(bar->m_hWnd).CountOf(TestSkin::ColourOfBitmap(BMP_SB_ARROW_NORMAL)), 0);
+    }
+}
+
 TEST_P(ForeignView, AnswersAsTheSkinDoes) {
     Pane view(m_parent, GetParam());
     view.handler = [](const Received& sent) -> std::optional<LRESULT> {
@@ -252,6 +282,34 @@ TEST_P(ForeignView, AnswersAsTheSkinDoes) {
     EXPECT_EQ(::SendMessageA(view, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&area)), 0);
     EXPECT_EQ(::SendMessageA(view, WM_NCPAINT, 1, 0), 0);
     EXPECT_EQ(::SendMessageA(view, WM_SHOWWINDOW, 1, 0), 77);
+}
+
+TEST_P(ForeignView, IsCreatedWhateverItAnswers) {
+    Pane view(m_parent, GetParam(), {20, 30, 220, 180}, WS_CHILD | WS_VISIBLE,
+              [](const Received& sent) -> std::optional<LRESULT> {
+                  if (sent.message == WM_CREATE) return -1;
+                  return std::nullopt;
+              });
+    EXPECT_TRUE(::IsWindow(view));
+    EXPECT_TRUE(IsHost(view));
+}
+
+TEST_P(ForeignView, HearsThatItIsShownAfterItsBarsHaveFollowed) {
+    Pane view(m_parent, GetParam());
+    const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
+    for (int bar : {SB_HORZ, SB_VERT}) Client().SetScrollInfo(view, bar, &info, TRUE);
+    const SCROLLHOST host = RecordOf(view);
+    std::vector<bool> heard;
+    view.handler = [&](const Received& sent) -> std::optional<LRESULT> {
+        if (sent.message == WM_SHOWWINDOW)
+            for (const CSkinScrollBar* bar : {host.m_pHorzBar, host.m_pVertBar})
+                heard.push_back(IsShown(bar->m_hWnd));
+        return std::nullopt;
+    };
+    ::ShowWindow(view, SW_HIDE);
+    EXPECT_EQ(heard, (std::vector<bool>{false, false}));
+    ::ShowWindow(view, SW_SHOW);
+    EXPECT_EQ(heard, (std::vector<bool>{false, false, true, true}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Classes, ForeignView, testing::Values("ShellDLL_DefView", "AfxFrameOrView42"));

@@ -304,6 +304,34 @@ TEST_P(BarMessage, WithoutAnOwnerTheParentIsTold) {
     EXPECT_EQ(Parent().log.Entries(), (std::vector<Received>{{Parent(), Message(), SB_LINEUP, 0}}));
 }
 
+TEST_P(BarMessage, WithoutAnOwnerOfItsOwnTheFrameworksIsTold) {
+    ProbeWindow owner;
+    owner.log.Listen({WM_HSCROLL, WM_VSCROLL});
+    MakeBarWith(0, 100, 10, 30);
+    bar->CWnd::SetOwner(owner);
+    EXPECT_EQ(bar->m_hOwner, nullptr);
+    SendAt(WM_LBUTTONDOWN, 10);
+    EXPECT_EQ(owner.log.Entries(), (std::vector<Received>{{owner, Message(), SB_LINEUP, 0}}));
+    EXPECT_TRUE(Parent().log.Entries().empty());
+    // Its own comes first; one that does not exist makes it the framework's.
+    bar->SetOwner(Parent().Handle());
+    SendAt(WM_LBUTTONDOWN, 10);
+    EXPECT_EQ(Parent().log.Entries().size(), 1u);
+    EXPECT_EQ(bar->SetOwner(static_cast<HWND>(nullptr)), 0);
+    EXPECT_EQ(bar->m_hOwner, owner.Handle());
+}
+
+TEST_P(BarMessage, RefreshReadsTheFrameworksOwnerToo) {
+    ProbeWindow owner(WS_POPUP | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL);
+    const SCROLLINFO info{sizeof info, SIF_ALL, 2, 80, 16, 11, 0};
+    for (int code : {SB_HORZ, SB_VERT}) ::SetScrollInfo(owner, code, &info, FALSE);
+    MakeBarWith(0, 100, 10, 30);
+    bar->CWnd::SetOwner(owner);
+    bar->RefreshFromOwner();
+    EXPECT_EQ(bar->m_nMax, 80);
+    EXPECT_EQ(bar->m_nPos, 11);
+}
+
 TEST_P(BarMessage, OwnerThatDoesNotExistMakesItTheParent) {
     MakeBarWith(0, 100, 10, 30);
     EXPECT_EQ(bar->SetOwner(reinterpret_cast<HWND>(0x7FFFFFF0)), 0);

@@ -1,4 +1,7 @@
 // Real mouse input in real time: what a user's press, hold and drag tell the host.
+#include <algorithm>
+#include <cmath>
+
 #include "bar_fixture.h"
 
 namespace tavix_test {
@@ -87,19 +90,44 @@ TEST_P(BarMouse, HeldTrackPagesUntilTheThumbIsThere) {
 }
 
 TEST_P(BarMouse, DragTellsAWholeJourney) {
-    const int grab = ThumbFrom() + 7;
-    MoveTo(grab);
+    // The thumb of 15 pixels has 145 to go for 91 positions, from behind the arrow on.
+    const int from = ThumbFrom(), grab = 7;
+    const auto position = [](int thumb) { return static_cast<int>((thumb - 20) * 91 / 145.0 + 0.5); };
+    const auto thumbAt = [](int pos) { return static_cast<int>(std::ceil(20 + pos * 145 / 92.0)); };
+    MoveTo(from + grab);
     PressMouse();
-    for (int step = 5; step <= 40; step += 5) MoveTo(grab + step);
+    // The system may repeat a point and come back to one that is past: what counts is what the bar hears.
+    MessageSpy spy(bar->m_hWnd);
+    spy.log.Listen({WM_MOUSEMOVE});
+    Notes stations;
+    for (int step : {5, 10, 15, 20, 25, 30, 35, 40, 30, 20, 10, 0, -10, -20, -30}) {
+        MoveTo(from + grab + step);
+        stations.push_back({SB_THUMBTRACK, position(from + step)});
+    }
     ReleaseMouse();
     ASSERT_TRUE(PumpUntil([&] { return Count() && Notifications().back().code == SB_THUMBPOSITION; }));
-    const Notes notes = Notifications();
-    ASSERT_GE(notes.size(), 5u);
-    for (std::size_t i = 0; i + 1 < notes.size(); ++i) {
-        EXPECT_EQ(notes[i].code, SB_THUMBTRACK);
-        EXPECT_TRUE(i == 0 || notes[i].pos != notes[i - 1].pos);
+    Notes expected;
+    int told = 40;
+    POINT last = At(GetParam(), from + grab, kBreadth / 2);
+    for (const Received& move : spy.log.Entries()) {
+        const CPoint at(move.lParam);
+        if (move.wParam != MK_LBUTTON || at == CPoint(last)) continue;
+        const auto along = [&](POINT p) { return GetParam() == Axis::Upright ? p.y : p.x; };
+        // A move across the bar leaves the thumb where the position put it.
+        const int now = position(along(at) == along(last) ? thumbAt(told) : along(at) - grab);
+        if (now != told) expected.push_back({SB_THUMBTRACK, now});
+        told = now;
+        last = at;
     }
-    EXPECT_NEAR(bar->m_nPos, 40 + 40 * 91 / 145, 3);
+    // Wherever the mouse was taken, the thumb has been, in that order.
+    auto next = expected.begin();
+    for (const Told& station : stations) {
+        next = std::find(next, expected.end(), station);
+        ASSERT_NE(next, expected.end()) << station.pos;
+    }
+    expected.push_back({SB_THUMBPOSITION, position(thumbAt(told))});
+    EXPECT_EQ(Notifications(), expected);
+    EXPECT_EQ(bar->m_nPos, expected.back().pos);
     EXPECT_EQ(::GetCapture(), nullptr);
 }
 

@@ -99,7 +99,13 @@ TEST_P(BarPaint, PressedPartsShowTheirOwnArt) {
     ExpectFilled(picture, {Left(), 64, Right(), 78}, Flat(BMP_SB_THUMB_HOT_TILE));
     ExpectFilled(picture, {Left(), 106, Right(), 110}, Flat(BMP_SB_THUMB_HOT_BOTTOM));
     EXPECT_EQ(picture.Count(kFirstLine), 0);
-    EXPECT_GT(picture.Count(kPressedFirst), 0);
+    EXPECT_EQ(picture.Count(kSecondLine), 0);
+    const int breadth = Right() - Left() - 8;
+    EXPECT_EQ(picture.Count(kPressedFirst), 4 * breadth);
+    EXPECT_EQ(picture.Count(kPressedSecond), 5 * breadth);
+    const int first = 60 + 25 - 6;
+    ExpectFilled(picture, {Left() + 4, first + 1, Right() - 4, first + 2}, kPressedSecond);
+    ExpectFilled(picture, {Left() + 4, first + 2, Right() - 4, first + 3}, kPressedFirst);
 }
 
 TEST_P(BarPaint, DisabledBarHasNoThumb) {
@@ -387,6 +393,35 @@ TEST_P(SizeGrip, AtTheParentsTopTakesTheColourBelow) {
     const CBrush brush(RGB(200, 10, 10));
     ::FillRect(dc, &below, brush);
     EXPECT_EQ(RepaintedClient(bar->m_hWnd).At(0, 0), RGB(200, 10, 10));
+}
+
+// Where the parent has no pixel beside it that could be read.
+TEST_P(SizeGrip, WithoutAColourOfTheParentHasTheSkins) {
+    skin.SetColour(CLR_DLG_BACK_TO, RGB(61, 62, 63));
+    UseChangedSkin();
+    MakeBar(20, WS_VISIBLE | SBS_SIZEGRIP, 20);
+    ::MoveWindow(bar->m_hWnd, -5, 50, 20, 20, FALSE);
+    ::SetWindowRgn(bar->m_hWnd, nullptr, FALSE);
+    ::UpdateWindow(Parent());
+    const Picture picture = RepaintedClient(bar->m_hWnd);
+    for (int x = 5; x < 20; ++x) EXPECT_EQ(picture.At(x, 0), RGB(61, 62, 63)) << x;
+    EXPECT_EQ(picture.At(19, 19), kGrip);
+    Canvas canvas(30, 30, RGB(9, 9, 9));
+    bar->PaintTo(canvas.Dc(), 0, 0, 20, 20);
+    EXPECT_EQ(canvas.Take().CountOf(RGB(61, 62, 63)), 400 - 12 * 13 / 2);
+}
+
+TEST_P(SizeGrip, IsNotCutIntoMoreRunsThanWindowsBear) {
+    for (int rows : {128, 129}) {
+        // 64 runs of key colour in each of 128 rows, and one in the row below.
+        skin.SetBitmap(BMP_FRAME_GRIPPER, 128, rows,
+                       [](int x, int y) { return y < 128 && x % 2 ? kGrip : TestSkin::kTransparent; });
+        UseChangedSkin();
+        MakeBar(140, WS_VISIBLE | SBS_SIZEGRIP, 140);
+        CRgn region;
+        region.CreateRectRgn(0, 0, 0, 0);
+        EXPECT_EQ(::GetWindowRgn(bar->m_hWnd, region), rows == 128 ? COMPLEXREGION : ERROR) << rows;
+    }
 }
 
 TEST_P(SizeGrip, HasTheShapeOfItsPictureInTheCorner) {

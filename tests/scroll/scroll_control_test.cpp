@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "bar_fixture.h"
+#include "import_slots.h"
 #include "main/gui_objects.h"
 #include "support/common_controls.h"
 #include "tavixskin/tavix_skin.h"
@@ -109,6 +110,34 @@ TEST_P(ScrollControl, KeepsTheStateThatItHad) {
     EXPECT_EQ(BarOf(control), &taken);
 }
 
+// Systems differ in the pages that they take; this answer has one of more than INT_MAX.
+BOOL WINAPI AnswerWithAHugePage(HWND, int, SCROLLINFO* info) {
+    *info = {sizeof(SCROLLINFO), SIF_ALL, 3, 300, 0x80000010, 40, 40};
+    return TRUE;
+}
+
+// Pages are signed: a negative one leaves the page as it is, and the thumb fills the track.
+TEST_P(ScrollControl, HugeNativePageCountsAsNegative) {
+    EndSkinning();
+    HWND control = MakeControl(Charset::Ansi);
+    const SlotTakeover system(::GetModuleHandleA(nullptr), "user32.dll", "GetScrollInfo",
+                              &AnswerWithAHugePage);
+    ASSERT_NE(system.Former(), nullptr);
+    CSkinScrollBar taken;
+    ASSERT_EQ(taken.AttachControl(control), 1);
+    EXPECT_EQ(taken.m_nMax, 300);
+    EXPECT_EQ(taken.m_nPage, 0);
+    EXPECT_EQ(taken.m_nThumbLen, taken.TrackLength());
+    EXPECT_EQ(taken.m_nPos, 40);
+
+    MakeBarWith(0, 100, 10, 20);
+    bar->RefreshFromOwner();
+    EXPECT_EQ(bar->m_nMax, 300);
+    EXPECT_EQ(bar->m_nPage, 10);
+    EXPECT_EQ(bar->m_nThumbLen, bar->TrackLength());
+    EXPECT_EQ(bar->m_nPos, 40);
+}
+
 TEST_P(ScrollControl, WindowWithAnObjectOfItsOwnKeepsIt) {
     CWnd own;
     ASSERT_TRUE(own.CreateEx(0, "ScrollBar", "", WS_CHILD | AxisStyle(), Place(), Parent(), 9));
@@ -185,6 +214,61 @@ TEST_P(ScrollControl, ControlMayBeDestroyedByItsPainting) {
     }
 }
 
+// Counts the accesses to memory that is not there: inside a callback the platform may swallow the exception.
+class FaultWatch {
+public:
+    FaultWatch() : m_handler(::AddVectoredExceptionHandler(TRUE, &Note)) { s_faults = 0; }
+    ~FaultWatch() { ::RemoveVectoredExceptionHandler(m_handler); }
+    FaultWatch(const FaultWatch&) = delete;
+    FaultWatch& operator=(const FaultWatch&) = delete;
+    int Count() const { return s_faults; }
+
+private:
+    static LONG CALLBACK Note(EXCEPTION_POINTERS* exception) {
+        s_faults += exception->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION;
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+    static inline int s_faults = 0;
+    void* m_handler;
+};
+
+// Lives as long as its window, in pages of its own that go with it.
+class GuardedBar final : public CSkinScrollBar {
+public:
+    static void* operator new(std::size_t size) {
+        return ::VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    }
+    static void operator delete(void* place) { ::VirtualFree(place, 0, MEM_RELEASE); }
+
+private:
+    void PostNcDestroy() override { delete this; }
+};
+
+TEST_P(ScrollControl, BarMayBeDestroyedAtTheStartOfItsPainting) {
+    const FaultWatch faults;
+    for (UINT message : {WM_ERASEBKGND, WM_NCPAINT})
+        for (DWORD style : {DWORD{0}, DWORD{SBS_SIZEGRIP}}) {
+            BorrowedWindow parent(Parent());
+            auto* guarded = new GuardedBar;
+            ASSERT_EQ(guarded->Create(AxisStyle() | style | WS_VISIBLE, Place(), &parent, 7), 1);
+            const HWND window = guarded->m_hWnd;
+            ::UpdateWindow(window);
+            MessageSpy spy(window);
+            spy.log.Listen({WM_PAINT, message});
+            bool isPainting = false;
+            spy.handler = [&](const Received& received) -> std::optional<LRESULT> {
+                isPainting |= received.message == WM_PAINT;
+                if (isPainting && received.message == message) ::DestroyWindow(window);
+                return std::nullopt;
+            };
+            ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+            ::UpdateWindow(window);
+            EXPECT_EQ(spy.log.Messages(), (std::vector<UINT>{WM_PAINT, message}));
+            EXPECT_FALSE(::IsWindow(window));
+            EXPECT_EQ(faults.Count(), 0) << "the object that is gone was used";
+        }
+}
+
 TEST_P(ScrollControl, BarMayBeDeletedByItsNotification) {
     MakeBarWith(0, 100, 10, 40);
     HWND window = bar->m_hWnd;
@@ -215,7 +299,9 @@ TEST_P(ScrollControl, LivesOnWhenTheSkinEndsWhileItIsHeld) {
     SCROLLINFO info{sizeof info, SIF_ALL, 0, 100, 5, 50, 0};
     ::SetScrollInfo(control, SB_CTL, &info, TRUE);
     SendTo(control, WM_LBUTTONDOWN, GetParam(), 6);
+    EXPECT_GT(CountReplacedSlots(), 0);
     ::UnInstallTavixSkin();
+    EXPECT_EQ(CountReplacedSlots(), 0);
     ::SendMessageA(control, WM_TIMER, 4991, 0);
     SendTo(control, WM_LBUTTONUP, GetParam(), 6, 0);
     RepaintedClient(control);
@@ -228,7 +314,11 @@ TEST_P(ScrollControl, LivesOnWhenTheSkinEndsWhileItIsHeld) {
 
 TEST_P(ScrollControl, SkinMayEndInsideANotification) {
     HWND control = MakeControl(Charset::Ansi);
-    OnNotification([] { ::UnInstallTavixSkin(); });
+    OnNotification([] {
+        EXPECT_GT(CountReplacedSlots(), 0);
+        ::UnInstallTavixSkin();
+        EXPECT_EQ(CountReplacedSlots(), 0);
+    });
     SendTo(control, WM_LBUTTONDOWN, GetParam(), 6);
     SendTo(control, WM_LBUTTONUP, GetParam(), 6, 0);
     EXPECT_NE(BarOf(control), nullptr);

@@ -28,6 +28,8 @@ protected:
         return ::CreateWindowExA(0, "Static", "child", style, 20, 30, 200, 150, m_parent, nullptr, nullptr,
                                  nullptr);
     }
+    // In the Z-order.
+    static HWND Below(HWND window) { return ::GetWindow(window, GW_HWNDNEXT); }
     ProbeWindow m_parent;
 };
 
@@ -142,7 +144,40 @@ TEST_F(ScrollHost, StaysTheSameAtASecondInstall) {
     EXPECT_EQ(m_arrScrollHosts.GetSize(), 1);
     EXPECT_EQ(RecordOf(host).m_pVertBar, record.m_pVertBar);
     EXPECT_FALSE(::GetWindowLongA(host, GWL_STYLE) & WS_VSCROLL) << "the first steps run again";
-    EXPECT_EQ(::GetTopWindow(m_parent), host);
+    EXPECT_EQ(Below(host), above) << "it has risen";
+}
+
+TEST_F(ScrollHost, HasItsBarsAboveItAfterASecondInstallToo) {
+    HWND host = Child(), other = Child();
+    ASSERT_EQ(::InstallScrollHost(host), 1);
+    ASSERT_EQ(::InstallScrollHost(other), 1);
+    ASSERT_EQ(::InstallScrollHost(host), 1);
+    const SCROLLHOST record = RecordOf(host);
+    const HWND corner = record.m_pStub->m_hWnd, horizontal = record.m_pHorzBar->m_hWnd,
+               vertical = record.m_pVertBar->m_hWnd;
+    EXPECT_EQ(::GetTopWindow(m_parent), corner);
+    EXPECT_EQ(Below(corner), horizontal);
+    EXPECT_EQ(Below(horizontal), vertical);
+    EXPECT_EQ(Below(vertical), host);
+    EXPECT_EQ(Below(host), RecordOf(other).m_pStub->m_hWnd);
+    // Those that somebody ended are left out.
+    ::DestroyWindow(horizontal);
+    ::DestroyWindow(corner);
+    EXPECT_EQ(::InstallScrollHost(host), 1);
+    EXPECT_EQ(::GetTopWindow(m_parent), vertical);
+    EXPECT_EQ(Below(vertical), host);
+}
+
+TEST_F(ScrollHost, OfTheSinkingClassLeavesItsBarsWhereTheyAreAtASecondInstall) {
+    Pane sinking(m_parent, "Tavix_PaneH");
+    ASSERT_EQ(::InstallScrollHost(sinking), 1);
+    const HWND corner = RecordOf(sinking).m_pStub->m_hWnd;
+    HWND above = Child();
+    ::SetWindowPos(above, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(::InstallScrollHost(sinking), 1);
+    EXPECT_EQ(::GetTopWindow(m_parent), above);
+    EXPECT_EQ(Below(above), corner);
+    EXPECT_EQ(Below(sinking), nullptr);
 }
 
 TEST_F(ScrollHost, OfTheSinkingClassGoesToTheBottomOthersToTheTop) {
@@ -191,6 +226,24 @@ TEST_F(ScrollHost, GoesAtTheNextLookUpAfterItsWindow) {
     EXPECT_EQ(m_arrScrollHosts.GetSize(), 0);
     for (HWND window : windows) EXPECT_FALSE(::IsWindow(window));
     EXPECT_EQ(::FindScrollHost(host, SB_VERT), -3);
+}
+
+TEST_F(ScrollHost, LeavesItsBarsStandingUntilSomebodyNamesIt) {
+    HWND host = Child(), other = Child();
+    ASSERT_EQ(::InstallScrollHost(host), 1);
+    ::LayoutScrollHost(0, 1, 1, CRect());
+    const SCROLLHOST record = RecordOf(host);
+    const HWND windows[] = {record.m_pVertBar->m_hWnd, record.m_pHorzBar->m_hWnd, record.m_pStub->m_hWnd};
+    ::DestroyWindow(host);
+    PumpMessages();
+    Client().SetScrollPos(other, SB_VERT, 1, TRUE);
+    SCROLLHOST read;
+    EXPECT_EQ(::GetScrollHostRecord(host, &read), -1);
+    for (HWND window : windows) EXPECT_TRUE(::IsWindowVisible(window));
+    EXPECT_EQ(::FindScrollHost(host, SB_CTL), -1) << "a call for a control names no host";
+    for (HWND window : windows) EXPECT_TRUE(::IsWindowVisible(window));
+    EXPECT_EQ(::FindScrollHost(host, -1), -1);
+    for (HWND window : windows) EXPECT_FALSE(::IsWindow(window));
 }
 
 TEST_F(ScrollHost, SurvivesTheEndOfItsBars) {
@@ -437,6 +490,38 @@ TEST(ManyHosts, ComeAndGoWithoutATrace) {
     const int gdi = CountGdiObjects(), user = CountUserObjects();
     round(1000);
     EXPECT_EQ(m_arrScrollHosts.GetSize(), 0);
+    EXPECT_LE(CountGdiObjects() - gdi, 2);
+    EXPECT_LE(CountUserObjects() - user, 2);
+}
+
+// Nobody names them again: some are outlived by their parents, others end with them.
+TEST(ManyHosts, ThatMerelyDieEndWithTheSkinWithoutATrace) {
+    const auto round = [](int count) {
+        ProbeWindow lasting;
+        {
+            HostSkin skin;
+            const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
+            for (int i = 0; i < count; ++i) {
+                std::optional<ProbeWindow> ending;
+                if (i % 2) ending.emplace();
+                Pane pane(ending ? ending->Handle() : lasting.Handle());
+                Client().SetScrollInfo(pane, SB_VERT, &info, TRUE);
+                Client().SetScrollInfo(pane, SB_HORZ, &info, TRUE);
+                // The parent's end is the pane's too.
+                if (ending)
+                    ::DestroyWindow(*ending);
+                else
+                    pane.Destroy();
+            }
+            EXPECT_EQ(m_arrScrollHosts.GetSize(), count);
+            EXPECT_NE(::GetTopWindow(lasting), nullptr) << "the bars of a host that died alone";
+        }
+        EXPECT_EQ(::GetTopWindow(lasting), nullptr);
+        PumpMessages(1);
+    };
+    round(50);
+    const int gdi = CountGdiObjects(), user = CountUserObjects();
+    for (int i = 0; i < 10; ++i) round(100);
     EXPECT_LE(CountGdiObjects() - gdi, 2);
     EXPECT_LE(CountUserObjects() - user, 2);
 }
