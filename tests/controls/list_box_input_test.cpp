@@ -1,5 +1,6 @@
 // Mouse, keyboard and scrolling of list boxes, by messages and by real input.
 #include "controls/list_box_fixture.h"
+#include "scroll/skin_scroll_bar.h"
 
 namespace tavix_test {
 namespace {
@@ -15,6 +16,30 @@ protected:
         return list;
     }
     static int BarWidth() { return ::GetSystemMetrics(SM_CXVSCROLL); }
+
+    /* A list for real input on a parent that has the keyboard, and that records the releases it gets. */
+    void MakeInFront(DWORD listStyle, int count) {
+        MakeList(listStyle, count);
+        ASSERT_TRUE(BringToFront(Parent()));
+        ::SetFocus(Parent());
+        Parent().log.Listen({WM_COMMAND, WM_LBUTTONUP});
+        Parent().log.Clear();
+    }
+    void ClickWith(WORD key, POINT at) {
+        // In this order: some window systems forget, while the pointer moves, that a key is down.
+        MoveMouse(list, at);
+        PressKey(key);
+        PressMouse();
+        ReleaseMouse();
+        ReleaseKey(key);
+    }
+    /* Takes the mouse to the middle of a row, with its button as it is. */
+    void MoveToRow(int row) { MoveMouse(list, RowPoint(row)); }
+    CPoint MiddleOfThumb() {
+        const auto* bar = static_cast<CSkinScrollBar*>(CWnd::FromHandlePermanent(Bar()));
+        const CRect thumb = bar->Rects().thumb;
+        return {(thumb.left + thumb.right) / 2, (thumb.top + thumb.bottom) / 2};
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxInput, kControlWorlds, NameOfWorld);
 
@@ -157,6 +182,21 @@ TEST_P(ListBoxInput, DoubleClickOnAnItemTellsTheParent) {
     EXPECT_EQ(Told(), Codes{});
     EXPECT_EQ(Current(), -1) << "a double click selects nothing";
     ::DestroyWindow(list);
+}
+
+// Of three columns' items those of a scrolled list's further columns could be hit; WS_HSCROLL leaves one.
+TEST_P(ListBoxInput, HorizontalBarAskedForLeavesOneColumnToHit) {
+    for (const bool asked : {false, true}) {
+        MakeList(LBS_MULTICOLUMN | LBS_MULTIPLESEL | (asked ? WS_HSCROLL : 0), 40, {400, 96});
+        SetTop(10);
+        // Item 10 is of the second eight, so that it answers in the second column.
+        Press({10, 6});
+        Press({310, 6});
+        EXPECT_EQ(Marked(), std::vector<int>{});
+        Press({200, 6});
+        EXPECT_EQ(Marked(), asked ? std::vector<int>{} : std::vector{10});
+        ::DestroyWindow(list);
+    }
 }
 
 // ---------------------------------------------------------------- scrolling
@@ -384,6 +424,103 @@ TEST_P(ListBoxInput, RealPressOfTheBarsArrowScrolls) {
     EXPECT_EQ(Pos(), 1);
     EXPECT_EQ(Told(), Codes{});
     EXPECT_EQ(::GetFocus(), list);
+    ParkMouse();
+}
+
+TEST_P(ListBoxInput, RealWheelMovesALineATurn) {
+    MakeFocused(WS_VSCROLL, 20);
+    MoveToRow(2);
+    TurnWheel(-WHEEL_DELTA);
+    EXPECT_EQ(Top(), 1);
+    TurnWheel(-3 * WHEEL_DELTA);
+    EXPECT_EQ(Top(), 2);
+    EXPECT_EQ(Pos(), 2);
+    TurnWheel(WHEEL_DELTA);
+    EXPECT_EQ(Top(), 1);
+    EXPECT_EQ(Told(), Codes{});
+    ParkMouse();
+}
+
+TEST_P(ListBoxInput, RealClicksWithModifiersToggleMarks) {
+    MakeInFront(LBS_EXTENDEDSEL, 8);
+    ClickMouse(list, RowPoint(1));
+    EXPECT_EQ(Marked(), std::vector{1});
+    ClickWith(VK_CONTROL, RowPoint(4));
+    EXPECT_EQ(Marked(), (std::vector{1, 4}));
+    ClickWith(VK_SHIFT, RowPoint(6));
+    EXPECT_EQ(Marked(), (std::vector{1, 4, 6}));
+    ClickWith(VK_CONTROL, RowPoint(1));
+    EXPECT_EQ(Marked(), (std::vector{4, 6}));
+    ClickMouse(list, RowPoint(2));
+    EXPECT_EQ(Marked(), std::vector{2});
+    ClickMouse(Parent(), {350, 250});
+    ::SetFocus(Parent());
+    EXPECT_EQ(Told(), (Codes{LBN_SETFOCUS, LBN_SELCHANGE, LBN_SELCHANGE, LBN_SELCHANGE, LBN_SELCHANGE,
+                             LBN_SELCHANGE, LBN_KILLFOCUS}));
+    ParkMouse();
+}
+
+TEST_P(ListBoxInput, RealDragMarksTheRowsItComesOver) {
+    MakeInFront(LBS_MULTIPLESEL, 8);
+    MoveToRow(1);
+    PressMouse();
+    for (int row : {3, 4, 3}) MoveToRow(row);
+    EXPECT_EQ(Marked(), (std::vector{1, 3, 4}));
+    EXPECT_EQ(Told(), Codes{LBN_SETFOCUS}) << "the change of selection is told at the release";
+    ReleaseMouse();
+    EXPECT_EQ(Told(), Codes{LBN_SELCHANGE});
+    MoveToRow(6);
+    EXPECT_EQ(Marked(), (std::vector{1, 3, 4}));
+    ParkMouse();
+}
+
+// The mouse is not held: what happens beside the list is its parent's.
+TEST_P(ListBoxInput, RealDragThatLeavesTheListIsToldToNobodyByIt) {
+    for (const DWORD style : {DWORD{0}, DWORD{LBS_MULTIPLESEL}}) {
+        MakeInFront(style, 8);
+        const auto selected = [&] { return style ? Marked() : std::vector{Current()}; };
+        MoveToRow(2);
+        PressMouse();
+        EXPECT_EQ(::GetCapture(), nullptr);
+        MoveMouse(Parent(), {350, 250});
+        EXPECT_EQ(selected(), std::vector{2});
+        ReleaseMouse();
+        EXPECT_EQ(Parent().log.Count(WM_LBUTTONUP), 1);
+        EXPECT_EQ(Told(), Codes{LBN_SETFOCUS});
+        // Back with the button down, it goes on; the release is told again.
+        PressMouse();
+        MoveToRow(5);
+        EXPECT_EQ(selected(), style ? (std::vector{2, 5}) : std::vector{2});
+        ReleaseMouse();
+        EXPECT_EQ(Parent().log.Count(WM_LBUTTONUP), 0);
+        EXPECT_EQ(Told(), Codes{LBN_SELCHANGE});
+        ::DestroyWindow(list);
+    }
+    ParkMouse();
+}
+
+TEST_P(ListBoxInput, RealDragOfTheThumbScrollsAndTellsNothing) {
+    MakeInFront(WS_VSCROLL, 20);
+    const CPoint start = MiddleOfThumb();
+    const auto dragDownBy = [&](int by) { MoveMouse(Bar(), {start.x, start.y + by}); };
+    dragDownBy(0);
+    PressMouse();
+    EXPECT_EQ(::GetCapture(), Bar());
+    dragDownBy(12);
+    const int between = Top();
+    EXPECT_GT(between, 0);
+    EXPECT_LT(between, 12);
+    dragDownBy(500);
+    EXPECT_EQ(Top(), 12) << "the last page";
+    dragDownBy(12);
+    EXPECT_EQ(Top(), between);
+    ReleaseMouse();
+    EXPECT_EQ(Top(), between);
+    EXPECT_EQ(Pos(), between);
+    EXPECT_EQ(::GetCapture(), nullptr);
+    EXPECT_EQ(::GetFocus(), list);
+    EXPECT_EQ(Current(), -1);
+    EXPECT_EQ(Told(), Codes{LBN_SETFOCUS});
     ParkMouse();
 }
 

@@ -177,6 +177,8 @@ void DoubleClickMouse(HWND window, POINT at);
  * the first call and stays; no test should put a window there.
  */
 void ParkMouse();
+/* By the wheel's own units, of which a notch has WHEEL_DELTA. */
+void TurnWheel(int delta);
 void PressKey(WORD virtualKey);
 void ReleaseKey(WORD virtualKey);
 
