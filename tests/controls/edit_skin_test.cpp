@@ -211,6 +211,20 @@ TEST_P(Edit, MayBeDestroyedWhileItsTextChanges) {
     Parent().handler = nullptr;
 }
 
+TEST_P(Edit, ParentMayBeDestroyedWhileItsTextChanges) {
+    HWND parent = Parent();
+    HWND edit = MakeEdit();
+    Parent().handler = [parent](const Received& received) -> std::optional<LRESULT> {
+        if (received.message != WM_COMMAND || HIWORD(received.wParam) != EN_CHANGE) return std::nullopt;
+        ::DestroyWindow(parent);
+        return 0;
+    };
+    EXPECT_EQ(SetText(edit, "last"), 1);
+    EXPECT_FALSE(::IsWindow(parent));
+    EXPECT_FALSE(::IsWindow(edit));
+    EXPECT_FALSE(IsSkinned(edit));
+}
+
 TEST_P(Edit, TypingAndFocusStayNative) {
     HWND edit = MakeEdit();
     SetText(edit, "");
