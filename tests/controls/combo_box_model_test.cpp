@@ -225,13 +225,6 @@ protected:
     int Visible(const ComboModel& model) {
         return static_cast<int>(1.0 * ClientOf(list).bottom / RowOf(model) + 0.5);
     }
-    SCROLLINFO BarInfo() {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_ALL;
-        ::SendMessageA(Bar(), SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info));
-        return info;
-    }
     /* Takes the bar's thumb anywhere; the result is the position that the bar tells for it. */
     int MoveThumb(const ComboModel& model) {
         SCROLLINFO info{};
@@ -239,7 +232,7 @@ protected:
         info.fMask = SIF_POS;
         info.nPos = UpTo(model.Count());
         ::SendMessageA(Bar(), SBM_SETSCROLLINFO, FALSE, reinterpret_cast<LPARAM>(&info));
-        return BarInfo().nTrackPos;
+        return ScrollInfoOf(Bar()).nTrackPos;
     }
     static void Scroll(ComboModel& model, int code, int visible, int thumb) {
         const int left = model.Count() - model.top;
@@ -296,7 +289,7 @@ protected:
         EXPECT_EQ(::IsWindowVisible(Bar()) != FALSE, shows);
         EXPECT_EQ(::IsWindowEnabled(Bar()) != FALSE, shows);
         if (!shows) return;
-        const SCROLLINFO info = BarInfo();
+        const SCROLLINFO info = ScrollInfoOf(Bar());
         EXPECT_EQ(info.nMin, 0);
         EXPECT_EQ(info.nMax, model.Count() - 1);
         EXPECT_EQ(info.nPage, static_cast<UINT>(Visible(model)));

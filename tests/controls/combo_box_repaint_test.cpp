@@ -13,13 +13,7 @@ protected:
         ::GetUpdateRect(window, &rect, FALSE);
         return rect;
     }
-    /* Everything shows, and then one colour lies over it: what is painted from then on can be told. */
-    static void Spoil(HWND window) {
-        RepaintedClient(window);
-        PumpMessages();
-        CClientDC(window).FillSolidRect(ClientOf(window), kSpoilt);
-        ::ValidateRect(window, nullptr);
-    }
+    static void Spoil(HWND window) { SpoilClient(window, kSpoilt); }
     /* The whole face waits for a painting, and gets it when nothing else is to do. */
     template <class Change>
     void ExpectFaceRepainted(bool erased, Change change) {

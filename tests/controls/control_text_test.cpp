@@ -11,19 +11,10 @@ struct Kind {
 
 class ControlTexts : public TextTest {
 protected:
-    static LRESULT SetText(HWND window, const char* text) {
-        return ::SendMessageA(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-    }
-    static std::string TextOf(HWND window) {
-        std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window)) + 1, '?');
-        text.resize(
-            static_cast<std::size_t>(::GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-        return text;
-    }
     static constexpr Kind kStatic{"Static", SS_LEFT}, kGroupBox{"Button", BS_GROUPBOX};
     static constexpr Kind kKinds[] = {
-        kStatic,       {"Static", SS_ICON}, kGroupBox, {"Button", BS_PUSHBUTTON}, {"Button", BS_AUTOCHECKBOX},
-        {"ListBox", 0}};
+        kStatic,     {"Static", SS_ICON}, kGroupBox, {"Button", BS_PUSHBUTTON}, {"Button", BS_AUTOCHECKBOX},
+        {"Edit", 0}, {"ListBox", 0}};
 };
 INSTANTIATE_TEST_SUITE_P(Worlds, ControlTexts, kControlWorlds, NameOfWorld);
 
@@ -55,7 +46,7 @@ TEST_P(ControlTexts, OfTenThousandCharactersAreKeptAndShown) {
             UseParent(clipping);
             HWND window = Make(kind.className, kind.style, kTextPlace, text.c_str());
             EXPECT_EQ(TextOf(window), text);
-            SetText(window, (text + "y").c_str());
+            SetText(window, text + "y");
             EXPECT_EQ(TextOf(window), text + "y");
             ::InvalidateRect(Parent(), nullptr, TRUE);
             ::UpdateWindow(Parent());
@@ -69,7 +60,7 @@ TEST_P(ControlTexts, MissingOnesAreEmpty) {
         // The text of an icon names a resource.
         if (kind.style == SS_ICON) continue;
         HWND window = Make(kind.className, kind.style);
-        SetText(window, nullptr);
+        ::SendMessageA(window, WM_SETTEXT, 0, 0);
         EXPECT_EQ(TextOf(window), "");
         RepaintedClient(window);
         SetText(window, "Again");

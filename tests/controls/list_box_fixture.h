@@ -66,13 +66,7 @@ protected:
 
     HWND Bar() const { return ::GetDlgItem(list, kListBarId); }
     bool BarShows() const { return Bar() && ::IsWindowVisible(Bar()); }
-    SCROLLINFO BarInfo() const {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-        ::SendMessageA(Bar(), SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info));
-        return info;
-    }
+    SCROLLINFO BarInfo() const { return ScrollInfoOf(Bar()); }
     int Rows() const { return static_cast<int>(BarInfo().nPage); }
     int Pos() const { return BarInfo().nPos; }
     int Top() { return static_cast<int>(Send(LB_GETTOPINDEX)); }

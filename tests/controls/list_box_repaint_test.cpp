@@ -1,6 +1,5 @@
 // What list boxes repaint by themselves, and when: nothing here asks for a painting before it looks.
 #include "controls/list_box_fixture.h"
-#include "tavixskin/framework/gdi.h"
 
 namespace tavix_test {
 namespace {
@@ -9,15 +8,7 @@ constexpr COLORREF kSpoilt = RGB(1, 2, 3), kBare = RGB(255, 255, 255);
 
 class ListBoxRepaint : public ListBoxTest {
 protected:
-    /* Everything shows, and then one colour lies over it: what is painted from then on can be told. */
-    void Spoil() {
-        RepaintedClient(list);
-        PumpMessages();
-        CRect client;
-        ::GetClientRect(list, &client);
-        CClientDC(list).FillSolidRect(client, kSpoilt);
-        Validate();
-    }
+    void Spoil() { SpoilClient(list, kSpoilt); }
     COLORREF Marked() const { return skin.Colour(CLR_HIGHLIGHT); }
     COLORREF Back() const { return skin.Colour(CLR_LIST_BACK); }
     /* Right of the texts. */
