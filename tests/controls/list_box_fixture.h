@@ -43,6 +43,14 @@ protected:
         Parent().log.Clear();
         return list;
     }
+    /* The list has the focus, and nothing of that is in the log. */
+    HWND MakeFocused(DWORD listStyle, int count, CSize client = {200, 96}) {
+        MakeList(listStyle, count, client);
+        EXPECT_TRUE(BringToFront(Parent()));
+        ::SetFocus(list);
+        Parent().log.Clear();
+        return list;
+    }
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return ::SendMessageA(list, message, wParam, lParam);
     }
