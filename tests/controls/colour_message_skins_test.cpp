@@ -77,6 +77,12 @@ TEST_P(TrackbarSkin, OutsideTheParentItTakesTheParentsFirstPixel) {
     EXPECT_EQ(Ask(trackbar, canvas.Dc()), kOrigin);
 }
 
+TEST_P(TrackbarSkin, OnAParentWithoutAPixelItTakesNoColourAsItStands) {
+    HWND trackbar = Make("msctls_trackbar32", {50, 60, 200, 90});
+    ::SetWindowPos(Parent(), nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_EQ(Ask(trackbar, canvas.Dc()), CLR_INVALID);
+}
+
 TEST_P(TrackbarSkin, RenewsItsBrushAtEachColourMessage) {
     HWND trackbar = Make("msctls_trackbar32", {50, 60, 200, 90});
     Dot(49, 60, kLeft);

@@ -33,14 +33,6 @@ protected:
         EXPECT_EQ(::SendInput(2, inputs, sizeof(INPUT)), 2u);
         PumpMessages(60);
     }
-    static void TurnWheel(int delta) {
-        INPUT input{};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = MOUSEEVENTF_WHEEL;
-        input.mi.mouseData = static_cast<DWORD>(delta);
-        EXPECT_EQ(::SendInput(1, &input, sizeof input), 1u);
-        PumpMessages(60);
-    }
 
     // Of the native control, which opens and closes the list.
     inline static const Codes kOpened{CBN_DROPDOWN}, kClosed{CBN_SELENDCANCEL, CBN_CLOSEUP};

@@ -163,6 +163,39 @@ TEST_P(ComboBoxMessages, MessagesThatAreAnsweredWithNothingDone) {
     ::DestroyWindow(combo);  // before the spy
 }
 
+TEST_P(ComboBoxMessages, ComboBoxIsMadeEvenIfTheNativeControlRefuses) {
+    ClassSpy below("ComboBox");
+    below.handler = [](const Received& received) -> std::optional<LRESULT> {
+        return received.message == WM_CREATE ? std::optional<LRESULT>(-1) : std::nullopt;
+    };
+    combo =
+        CreateControl(GetParam().charset, Parent(), "ComboBox", "", CBS_DROPDOWNLIST, kComboPlace, kComboId);
+    ASSERT_TRUE(::IsWindow(combo));
+    EXPECT_TRUE(IsSkinned(combo));
+    // It has neither a list nor an edit, and says so.
+    EXPECT_EQ(Send(CB_GETCOUNT), 0);
+    EXPECT_EQ(Current(), -1);
+    Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>("Its own"));
+    EXPECT_EQ(Text(), "Its own");
+    EXPECT_GT(RepaintedClient(combo).CountOf(RGB(0, 0, 0)), 10);
+    below.handler = nullptr;
+    ::DestroyWindow(combo);
+}
+
+// Hosts see the window before the native control is done with it.
+TEST_P(ComboBoxMessages, ComboBoxThatEndsWhileItIsMadeIsNotTouchedAnyMore) {
+    ClassSpy below("ComboBox");
+    below.handler = [](const Received& received) -> std::optional<LRESULT> {
+        if (received.message != WM_CREATE) return std::nullopt;
+        ::DestroyWindow(received.window);
+        return 0;
+    };
+    combo = ::CreateWindowExA(0, "ComboBox", "", WS_CHILD | CBS_DROPDOWNLIST, 10, 10, 100, 90, Parent(),
+                              nullptr, nullptr, nullptr);
+    EXPECT_FALSE(::IsWindow(combo));
+    EXPECT_FALSE(IsSkinned(combo));
+}
+
 TEST_P(ComboBoxMessages, StyleIsNotChanged) {
     const DWORD asked = CBS_DROPDOWNLIST | CBS_SORT | WS_TABSTOP;
     Make(asked);

@@ -12,13 +12,13 @@ struct Drawn {
 
 class OwnerDrawnComboBox : public ComboTest {
 protected:
-    /* Five items with data, whose owner fills its rows with the system's colour of selections. */
+    /* Five items with data, whose owner draws as `draw` says. */
     void MakeOwnerDrawn(DWORD style = CBS_OWNERDRAWFIXED, int items = 5) {
         Parent().handler = [this](const Received& received) -> std::optional<LRESULT> {
             if (received.message != WM_DRAWITEM) return std::nullopt;
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(received.lParam);
             atOwner.push_back({received.wParam, item});
-            ::FillRect(item.hDC, &item.rcItem, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+            draw(item);
             return TRUE;
         };
         MakeListOnly(items, style | CBS_HASSTRINGS);
@@ -38,6 +38,21 @@ protected:
         ComboTest::TearDown();
     }
     void Forget() { atOwner.clear(), atCombo.clear(); }
+    /* The owner looks at how its context stands, and draws nothing. */
+    void LookInsteadOfDrawing() {
+        draw = [this](const DRAWITEMSTRUCT& item) {
+            contexts.push_back({::GetCurrentObject(item.hDC, OBJ_FONT), FontOf(item.hDC),
+                                ::GetBkMode(item.hDC), PictureOfDc(item.hDC, item.rcItem)});
+        };
+    }
+    static LOGFONTA FontOf(HDC dc) {
+        LOGFONTA facts{};
+        ::GetObjectA(::GetCurrentObject(dc, OBJ_FONT), sizeof facts, &facts);
+        return facts;
+    }
+    static bool IsAll(const Picture& picture, COLORREF colour) {
+        return picture.CountOf(colour) == picture.width * picture.height;
+    }
     /* The rows as the list hands them to the combo box, and those as the owner gets them. */
     void ExpectRows(int first, int last, UINT currentState, int right) {
         const int count = last - first, height = RowHeight();
@@ -73,6 +88,18 @@ protected:
     }
 
     std::vector<Drawn> atOwner, atCombo;
+    /* What the owner was given. */
+    struct Context {
+        HGDIOBJ font;
+        LOGFONTA facts;  // of the font
+        int mode;
+        Picture ground;
+    };
+    std::vector<Context> contexts;
+    // At first it fills its rows with the system's colour of selections.
+    std::function<void(const DRAWITEMSTRUCT&)> draw = [](const DRAWITEMSTRUCT& item) {
+        ::FillRect(item.hDC, &item.rcItem, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+    };
 
 private:
     std::optional<MessageSpy> m_spy;
@@ -123,6 +150,81 @@ TEST_P(OwnerDrawnComboBox, FieldShowsTheCurrentItem) {
     }
     EXPECT_EQ(face.CountOf(::GetSysColor(COLOR_HIGHLIGHT)), room.Width() * room.Height());
     EXPECT_EQ(face.At(room.right, 0), TestSkin::ColourOfBitmap(33)) << "the owner can't reach the arrow";
+}
+
+TEST_P(OwnerDrawnComboBox, OwnerDrawsRowsInTheMenuFontOnWhite) {
+    NONCLIENTMETRICSA metrics{};
+    metrics.cbSize = offsetof(NONCLIENTMETRICSA, iPaddedBorderWidth);
+    ASSERT_TRUE(::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0));
+    LookInsteadOfDrawing();
+    MakeOwnerDrawn();
+    Open();
+    SendList(WM_MOUSEMOVE, 0, At(RowPoint(1)));
+    ::UpdateWindow(list);
+    contexts.clear();
+    RepaintedClient(list);
+    ASSERT_EQ(contexts.size(), 5u);
+    for (const Context& context : contexts) {
+        EXPECT_STREQ(context.facts.lfFaceName, metrics.lfMenuFont.lfFaceName);
+        EXPECT_EQ(context.facts.lfHeight, metrics.lfMenuFont.lfHeight);
+        EXPECT_EQ(context.facts.lfWeight, metrics.lfMenuFont.lfWeight);
+        EXPECT_EQ(context.ground.height, RowHeight());
+        EXPECT_TRUE(IsAll(context.ground, RGB(255, 255, 255)));
+    }
+}
+
+TEST_P(OwnerDrawnComboBox, OwnerDrawsTheFieldInTheDialogueFontWithoutABackground) {
+    LookInsteadOfDrawing();
+    MakeOwnerDrawn();
+    Send(CB_SETCURSEL, 3);
+    contexts.clear();
+    RepaintedClient(combo);
+    ASSERT_EQ(contexts.size(), 1u);
+    EXPECT_EQ(contexts[0].font, ::GetStockObject(DEFAULT_GUI_FONT));
+    EXPECT_EQ(contexts[0].mode, TRANSPARENT);
+    EXPECT_TRUE(IsAll(contexts[0].ground, RGB(255, 255, 255)));
+}
+
+TEST_P(OwnerDrawnComboBox, ListIsWhiteBelowItsLastRow) {
+    MakeOwnerDrawn();
+    Open();
+    Send(CB_DELETESTRING, 4);
+    Send(CB_DELETESTRING, 3);
+    const Picture rows = RepaintedClient(list);
+    const int end = 3 * RowHeight();
+    ASSERT_GT(rows.height, end + 5);
+    EXPECT_EQ(rows.CountOf(::GetSysColor(COLOR_HIGHLIGHT)), rows.width * end);
+    EXPECT_EQ(rows.CountOf(RGB(255, 255, 255)), rows.width * (rows.height - end));
+}
+
+// The bar takes room from the rows and not from the white beneath it, where it stands a pixel off.
+TEST_P(OwnerDrawnComboBox, PrintedListIsWhiteBesideItsRowsAndHasItsBar) {
+    MakeOwnerDrawn(CBS_OWNERDRAWFIXED, 120);
+    Open();
+    ASSERT_TRUE(::IsWindowVisible(Bar()));
+    SendList(WM_MOUSEMOVE, 0, At(RowPoint(1)));
+    ::UpdateWindow(list);
+    Forget();
+    const CRect client = ClientOf(list);
+    Canvas canvas(client.Width(), client.Height(), RGB(1, 2, 3));
+    EXPECT_EQ(SendList(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT), 1);
+    // Printed, and then painted.
+    ASSERT_EQ(atCombo.size(), 240u);
+    ASSERT_EQ(atOwner.size(), 240u);
+    atCombo.resize(120);
+    atOwner.resize(120);
+    const int right = client.right - ::GetSystemMetrics(SM_CXVSCROLL);
+    ExpectRows(0, 120, ODS_SELECTED, right);
+    const Picture printed = canvas.Take();
+    const int height = RowHeight();
+    for (int y = 0; y < printed.height; ++y) {
+        const bool isCurrent = y >= height && y < 2 * height;
+        const COLORREF row = isCurrent ? skin.Colour(CLR_HIGHLIGHT) : ::GetSysColor(COLOR_HIGHLIGHT);
+        ASSERT_EQ(printed.At(0, y), row) << y;
+        ASSERT_EQ(printed.At(right - 1, y), row) << y;
+        ASSERT_EQ(printed.At(right, y), RGB(255, 255, 255)) << y;
+    }
+    EXPECT_EQ(printed.At(right + 1, 0), TestSkin::ColourOfBitmap(85));
 }
 
 TEST_P(OwnerDrawnComboBox, RowsFollowTheScrollingAtOnce) {

@@ -336,6 +336,25 @@ TEST_P(ComboBoxPainting, PrintingWithTheFrameDrawsTheBorder) {
     }
 }
 
+TEST_P(ComboBoxPainting, PrintingTheFrameLeavesTheClientAreaOutAndAnswersForTheNativeControl) {
+    ClassSpy native("ComboLBox");
+    native.handler = [](const Received& received) -> std::optional<LRESULT> {
+        return received.message == WM_PRINT ? std::optional<LRESULT>(77) : std::nullopt;
+    };
+    MakeListOnly(3);
+    Open();
+    const CRect client = PlaceIn(list, list);
+    const int width = client.Width(), height = client.Height();
+    for (const LPARAM flags : {LPARAM{PRF_CLIENT}, LPARAM{PRF_NONCLIENT}}) {
+        Canvas canvas(width, height, RGB(1, 2, 3));
+        EXPECT_EQ(SendList(WM_PRINT, reinterpret_cast<WPARAM>(canvas.Dc()), flags), 77);
+        const int around = 2 * width + 2 * height - 4, framed = flags == PRF_NONCLIENT ? around : 0;
+        EXPECT_EQ(canvas.Take().CountOf(RGB(0xCB, 0xCB, 0xCB)), framed);
+        EXPECT_EQ(canvas.Take().CountOf(RGB(1, 2, 3)), width * height - framed);
+    }
+    ::DestroyWindow(combo);
+}
+
 TEST_P(ComboBoxPainting, MissingBitmapsAreSkipped) {
     skin.RemoveBitmaps(skinCombobox);
     ASSERT_EQ(::SetSkinFromFile(skin.Write()), 1);

@@ -1,5 +1,7 @@
 // Combo boxes in bad company: hosts that destroy or empty them, odd values, long texts; and what is left
 // behind.
+#include <climits>
+
 #include "combo_fixture.h"
 #include "engine/skin_values.h"
 #include "main/gui_objects.h"
@@ -220,6 +222,73 @@ TEST_P(ComboBoxRobustness, ItemsWithoutStringsHaveNoText) {
     Send(0x701, 2);
     EXPECT_EQ(Text(), "");
     EXPECT_EQ(Send(CB_GETITEMDATA, 1), 0x41424344);
+}
+
+// What comes of no string is the native control's business; count and items follow its answer.
+TEST_P(ComboBoxRobustness, MissingStringsAreSurvived) {
+    for (const DWORD style : {CBS_DROPDOWNLIST, CBS_DROPDOWN}) {
+        Make(style | WS_VSCROLL, 3);
+        const LRESULT added = Send(CB_ADDSTRING);
+        EXPECT_EQ(Send(CB_GETCOUNT), added >= 0 ? 4 : 3);
+        const LRESULT before = Send(CB_GETCOUNT), inserted = Send(CB_INSERTSTRING, 1);
+        EXPECT_EQ(Send(CB_GETCOUNT), inserted >= 0 ? before + 1 : before);
+        EXPECT_EQ(Send(CB_GETLBTEXTLEN, inserted >= 0 ? 2 : 1), 6) << "of what stood there";
+        EXPECT_EQ(Send(CB_SELECTSTRING), -1);
+        Send(CB_FINDSTRING, static_cast<WPARAM>(-1));
+        Send(CB_SETCURSEL, 1);
+        Open();
+        RepaintedClient(list);
+        EXPECT_EQ(Current(), 1);
+        ::DestroyWindow(combo);
+    }
+}
+
+TEST_P(ComboBoxRobustness, IndicesOutOfRangeAreRefusedOrHarmless) {
+    for (const DWORD style : {CBS_DROPDOWNLIST, CBS_DROPDOWN}) {
+        Make(style | WS_VSCROLL, 3);
+        Send(CB_SETCURSEL, 2);
+        for (const int index : {INT_MIN, -2, 4, 0x7FFF, 0x10000, INT_MAX}) {
+            SCOPED_TRACE(index);
+            const auto w = static_cast<WPARAM>(index);
+            char buffer[16] = "kept";
+            EXPECT_EQ(Send(CB_INSERTSTRING, w, reinterpret_cast<LPARAM>("New")), CB_ERR);
+            EXPECT_EQ(Send(CB_GETLBTEXT, w, reinterpret_cast<LPARAM>(buffer)), CB_ERR);
+            EXPECT_STREQ(buffer, "kept");
+            EXPECT_EQ(Send(CB_GETLBTEXTLEN, w), CB_ERR);
+            EXPECT_EQ(Send(CB_SETITEMDATA, w, 7), CB_ERR);
+            EXPECT_EQ(Send(CB_GETITEMDATA, w), CB_ERR);
+            EXPECT_EQ(Send(CB_DELETESTRING, w), 0);
+            Send(CB_SETCURSEL, 2);
+            EXPECT_EQ(Send(0x701, w), 0);
+            EXPECT_EQ(Text(), "Item 2");
+        }
+        EXPECT_EQ(Send(CB_GETCOUNT), 3);
+        EXPECT_EQ(Current(), 2);
+        ::DestroyWindow(combo);
+    }
+}
+
+TEST_P(ComboBoxRobustness, TopIndexOutOfRangeShowsNothingAndScrollsByTheRules) {
+    MakeListOnly(120);
+    Open();
+    const int visible = static_cast<int>(1.0 * ClientOf(list).bottom / RowHeight() + 0.5);
+    struct Case {
+        int from, to;
+    };
+    for (const Case& top : {Case{INT_MIN, INT_MIN + 1 + visible}, Case{INT_MAX, INT_MAX - visible}}) {
+        Send(CB_SETTOPINDEX, static_cast<WPARAM>(top.from));
+        EXPECT_EQ(RepaintedClient(list).At(5, 5), skin.Colour(CLR_LIST_BACK));
+        for (const int code : {SB_LINEUP, SB_LINEDOWN, SB_PAGEUP, SB_PAGEDOWN})
+            SendList(WM_VSCROLL, static_cast<WPARAM>(code));
+        EXPECT_EQ(List().topItem, top.to);
+        SendList(WM_MOUSEMOVE, 0, At(RowPoint(1)));
+        EXPECT_EQ(Current(), -1);
+        RepaintedClient(list);
+        // The bar knows a place that there is.
+        SendList(WM_VSCROLL, SB_THUMBPOSITION);
+        EXPECT_GE(List().topItem, 0);
+        EXPECT_LE(List().topItem, 120 - visible);
+    }
 }
 
 TEST_P(ComboBoxRobustness, HostThatPaintsTheFrameInsideTheFramesPaintingComesToAnEnd) {

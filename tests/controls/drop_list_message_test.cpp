@@ -101,10 +101,7 @@ protected:
         return List().topItem;
     }
     int BarInfo(UINT mask) {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_ALL;
-        ::SendMessageA(Bar(), SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info));
+        const SCROLLINFO info = ScrollInfoOf(Bar());
         return mask == SIF_POS ? info.nPos : mask == SIF_PAGE ? static_cast<int>(info.nPage) : info.nMax;
     }
 };

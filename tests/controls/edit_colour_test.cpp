@@ -44,6 +44,13 @@ TEST_P(EditColours, FromEdgeToEdgeTakesTheColourOfTheParentsCorner) {
     EXPECT_EQ(ColourOf(AskColour(MakeEdit(0, kEdgeToEdge))), kOriginColour);
 }
 
+TEST_P(EditColours, OnAParentWithoutAPixelTakeNoColourAsItStands) {
+    HWND edit = MakeEdit();
+    EXPECT_EQ(ColourOf(AskColour(edit)), kParentColour);
+    ::SetWindowPos(Parent(), nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_EQ(ColourOf(AskColour(edit)), CLR_INVALID);
+}
+
 TEST_P(EditColours, FollowTheParentAtEachMessage) {
     HWND edit = MakeEdit();
     EXPECT_EQ(ColourOf(AskColour(edit)), kParentColour);

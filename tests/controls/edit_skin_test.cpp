@@ -17,25 +17,6 @@ protected:
             return std::nullopt;
         };
     }
-    /* By the functions of the world's character set, whose texts are of the ANSI code page. */
-    static bool IsUnicode() { return GetParam().charset == Charset::Unicode; }
-    static std::string TextOf(HWND edit) {
-        if (!IsUnicode()) {
-            std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(edit)) + 1, '?');
-            text.resize(
-                static_cast<std::size_t>(::GetWindowTextA(edit, text.data(), static_cast<int>(text.size()))));
-            return text;
-        }
-        std::wstring wide(static_cast<std::size_t>(::GetWindowTextLengthW(edit)) + 1, L'?');
-        wide.resize(
-            static_cast<std::size_t>(::GetWindowTextW(edit, wide.data(), static_cast<int>(wide.size()))));
-        return {wide.begin(), wide.end()};
-    }
-    static LRESULT SetText(HWND edit, const std::string& text) {
-        if (!IsUnicode()) return ::SendMessageA(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-        const std::wstring wide(text.begin(), text.end());
-        return ::SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
-    }
 };
 INSTANTIATE_TEST_SUITE_P(Worlds, Edit, kControlWorlds, NameOfWorld);
 
@@ -171,22 +152,6 @@ TEST_P(Edit, HoldsTenThousandCharacters) {
     }
 }
 
-TEST_P(Edit, TextIsReadIntoRoomOfNoneAndOfOne) {
-    HWND edit = MakeEdit();
-    char narrow[2] = {'?', '?'};
-    EXPECT_EQ(::SendMessageA(edit, WM_GETTEXT, 0, reinterpret_cast<LPARAM>(narrow)), 0);
-    EXPECT_EQ(narrow[0], '?');
-    EXPECT_EQ(::SendMessageA(edit, WM_GETTEXT, 1, reinterpret_cast<LPARAM>(narrow)), 0);
-    EXPECT_EQ(narrow[0], '\0');
-    EXPECT_EQ(narrow[1], '?');
-    wchar_t wide[2] = {L'?', L'?'};
-    EXPECT_EQ(::SendMessageW(edit, WM_GETTEXT, 0, reinterpret_cast<LPARAM>(wide)), 0);
-    EXPECT_EQ(wide[0], L'?');
-    EXPECT_EQ(::SendMessageW(edit, WM_GETTEXT, 1, reinterpret_cast<LPARAM>(wide)), 0);
-    EXPECT_EQ(wide[0], L'\0');
-    EXPECT_EQ(wide[1], L'?');
-}
-
 TEST_P(Edit, EmptyAndMissingTextsAreTaken) {
     HWND edit = MakeEdit();
     EXPECT_EQ(SetText(edit, ""), 1);
@@ -209,6 +174,20 @@ TEST_P(Edit, MayBeDestroyedWhileItsTextChanges) {
     EXPECT_EQ(::SendMessageA(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("last")), 1);
     EXPECT_FALSE(::IsWindow(edit));
     Parent().handler = nullptr;
+}
+
+TEST_P(Edit, ParentMayBeDestroyedWhileItsTextChanges) {
+    HWND parent = Parent();
+    HWND edit = MakeEdit();
+    Parent().handler = [parent](const Received& received) -> std::optional<LRESULT> {
+        if (received.message != WM_COMMAND || HIWORD(received.wParam) != EN_CHANGE) return std::nullopt;
+        ::DestroyWindow(parent);
+        return 0;
+    };
+    EXPECT_EQ(SetText(edit, "last"), 1);
+    EXPECT_FALSE(::IsWindow(parent));
+    EXPECT_FALSE(::IsWindow(edit));
+    EXPECT_FALSE(IsSkinned(edit));
 }
 
 TEST_P(Edit, TypingAndFocusStayNative) {

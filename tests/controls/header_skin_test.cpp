@@ -117,6 +117,26 @@ protected:
     }
     Picture Shown() { return RepaintedClient(header); }
 
+    /* A column whose text its parent is asked for. */
+    void AddColumnToAskFor(int width) {
+        HDITEMA item{};
+        item.mask = HDI_WIDTH | HDI_FORMAT | HDI_TEXT;
+        item.cxy = width;
+        item.fmt = HDF_STRING;
+        item.pszText = LPSTR_TEXTCALLBACKA;
+        ASSERT_EQ(::SendMessageA(header, HDM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item)), 0);
+    }
+    /* The parent ends at the first notification of one of these codes. */
+    void EndParentAt(std::initializer_list<UINT> codes) {
+        Parent().handler = [parent = Parent().Handle(),
+                            wanted = std::vector(codes)](const Received& received) -> std::optional<LRESULT> {
+            if (received.message != WM_NOTIFY) return std::nullopt;
+            const UINT code = reinterpret_cast<const NMHDR*>(received.lParam)->code;
+            if (std::find(wanted.begin(), wanted.end(), code) != wanted.end()) ::DestroyWindow(parent);
+            return 0;
+        };
+    }
+
     HWND header = nullptr;
     std::vector<Column> m_columns;
 
@@ -209,12 +229,7 @@ TEST_P(HeaderSkin, TextThatIsAskedForIsShown) {
         return 0;
     };
     Make({});
-    HDITEMA item{};
-    item.mask = HDI_WIDTH | HDI_FORMAT | HDI_TEXT;
-    item.cxy = 90;
-    item.fmt = HDF_STRING;
-    item.pszText = LPSTR_TEXTCALLBACKA;
-    ASSERT_EQ(::SendMessageA(header, HDM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item)), 0);
+    AddColumnToAskFor(90);
     m_columns.push_back({90, HDF_STRING, "asked"});
     EXPECT_EQ(Shown(), Model());
 }
@@ -419,6 +434,49 @@ TEST_P(HeaderSkin, NativeControlStillDragsDividers) {
     EXPECT_EQ(ItemRect(0).right, 95);
     EXPECT_EQ(Shown(), Model());
     ParkMouse();
+}
+
+TEST_P(HeaderSkin, ParentMayBeDestroyedByAClick) {
+    Make({{60, HDF_STRING, "Name"}, {80, HDF_STRING, "Size"}}, HDS_BUTTONS);
+    HWND parent = Parent();
+    EndParentAt({HDN_ITEMCLICKA, HDN_ITEMCLICKW});
+    Press(MiddleOf(1));
+    EXPECT_TRUE(::IsWindow(parent));
+    LetGo(MiddleOf(1));
+    EXPECT_FALSE(::IsWindow(parent));
+    EXPECT_FALSE(::IsWindow(header));
+    EXPECT_FALSE(IsSkinned(header));
+}
+
+TEST_P(HeaderSkin, ParentMayBeDestroyedWhileItIsAskedForATextToPaint) {
+    Make({{60, HDF_STRING, "Name"}});
+    AddColumnToAskFor(90);
+    HWND parent = Parent();
+    EndParentAt({HDN_GETDISPINFOA, HDN_GETDISPINFOW});
+    ::InvalidateRect(header, nullptr, FALSE);
+    ::UpdateWindow(header);
+    EXPECT_FALSE(::IsWindow(parent));
+    EXPECT_FALSE(::IsWindow(header));
+    EXPECT_FALSE(IsSkinned(header));
+}
+
+TEST_P(HeaderSkin, TextOfTenThousandCharactersEndsInAnEllipsis) {
+    const std::string text(10'000, 'W');
+    Make({{100, HDF_STRING, text}, {100, HDF_STRING, "Next"}});
+    // No more than the buffer takes is read.
+    m_columns[0].text = text.substr(0, 99);
+    EXPECT_EQ(Shown(), Model());
+    m_columns[0].text = "";
+    EXPECT_NE(Shown(), Model());
+}
+
+TEST_P(HeaderSkin, MissingTextIsEmpty) {
+    Make({{100, HDF_STRING, "Name"}, {100, HDF_STRING, "Next"}});
+    HDITEMA item{};
+    item.mask = HDI_TEXT;
+    ::SendMessageA(header, HDM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    m_columns[0].text = "";
+    EXPECT_EQ(Shown(), Model());
 }
 
 TEST_P(HeaderSkin, LeavesNoObjects) {

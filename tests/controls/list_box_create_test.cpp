@@ -142,6 +142,28 @@ TEST_P(ListBoxCreate, PureRedPixelsOfTheFourCornersAreCut) {
     ::DeleteObject(region);
 }
 
+TEST_P(ListBoxCreate, CornersOfAChangedSkinAreCutAtTheNextSize) {
+    MakeList(0, 0, {100, 50});
+    const auto kindOfRegion = [this] {
+        HRGN region = ::CreateRectRgn(0, 0, 0, 0);
+        const int kind = ::GetWindowRgn(list, region);
+        ::DeleteObject(region);
+        return kind;
+    };
+    skin.SetBitmap(57, 6, 6, [](int x, int y) { return x + y < 2 ? RGB(255, 0, 0) : RGB(9, 9, 9); });
+    UseChangedSkin();
+    PumpMessages();
+    EXPECT_EQ(kindOfRegion(), SIMPLEREGION) << "painted anew, in the old shape";
+    Resize({101, 50});
+    EXPECT_EQ(kindOfRegion(), COMPLEXREGION);
+    skin.SetBitmap(57, 6, 6, RGB(9, 9, 9));
+    UseChangedSkin();
+    PumpMessages();
+    EXPECT_EQ(kindOfRegion(), COMPLEXREGION);
+    Resize({100, 50});
+    EXPECT_EQ(kindOfRegion(), SIMPLEREGION);
+}
+
 // ---------------------------------------------------------------- the bar
 
 TEST_P(ListBoxCreate, BarComesWithTheFirstItemThatDoesNotFit) {

@@ -43,6 +43,14 @@ protected:
         Parent().log.Clear();
         return list;
     }
+    /* The list has the focus, and nothing of that is in the log. */
+    HWND MakeFocused(DWORD listStyle, int count, CSize client = {200, 96}) {
+        MakeList(listStyle, count, client);
+        EXPECT_TRUE(BringToFront(Parent()));
+        ::SetFocus(list);
+        Parent().log.Clear();
+        return list;
+    }
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return ::SendMessageA(list, message, wParam, lParam);
     }
@@ -66,13 +74,7 @@ protected:
 
     HWND Bar() const { return ::GetDlgItem(list, kListBarId); }
     bool BarShows() const { return Bar() && ::IsWindowVisible(Bar()); }
-    SCROLLINFO BarInfo() const {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-        ::SendMessageA(Bar(), SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info));
-        return info;
-    }
+    SCROLLINFO BarInfo() const { return ScrollInfoOf(Bar()); }
     int Rows() const { return static_cast<int>(BarInfo().nPage); }
     int Pos() const { return BarInfo().nPos; }
     int Top() { return static_cast<int>(Send(LB_GETTOPINDEX)); }

@@ -1,4 +1,4 @@
-// Mouse, keyboard and scrolling of list boxes, by messages and by real input.
+// Mouse, keyboard and scrolling of list boxes, by messages.
 #include "controls/list_box_fixture.h"
 
 namespace tavix_test {
@@ -6,14 +6,6 @@ namespace {
 
 class ListBoxInput : public ListBoxTest {
 protected:
-    /* The list has the focus, and nothing of that is in the log. */
-    HWND MakeFocused(DWORD listStyle, int count, CSize client = {200, 96}) {
-        MakeList(listStyle, count, client);
-        EXPECT_TRUE(BringToFront(Parent()));
-        ::SetFocus(list);
-        Parent().log.Clear();
-        return list;
-    }
     static int BarWidth() { return ::GetSystemMetrics(SM_CXVSCROLL); }
 };
 INSTANTIATE_TEST_SUITE_P(Worlds, ListBoxInput, kControlWorlds, NameOfWorld);
@@ -157,6 +149,21 @@ TEST_P(ListBoxInput, DoubleClickOnAnItemTellsTheParent) {
     EXPECT_EQ(Told(), Codes{});
     EXPECT_EQ(Current(), -1) << "a double click selects nothing";
     ::DestroyWindow(list);
+}
+
+// Of three columns' items those of a scrolled list's further columns could be hit; WS_HSCROLL leaves one.
+TEST_P(ListBoxInput, HorizontalBarAskedForLeavesOneColumnToHit) {
+    for (const bool asked : {false, true}) {
+        MakeList(LBS_MULTICOLUMN | LBS_MULTIPLESEL | (asked ? WS_HSCROLL : 0), 40, {400, 96});
+        SetTop(10);
+        // Item 10 is of the second eight, so that it answers in the second column.
+        Press({10, 6});
+        Press({310, 6});
+        EXPECT_EQ(Marked(), std::vector<int>{});
+        Press({200, 6});
+        EXPECT_EQ(Marked(), asked ? std::vector<int>{} : std::vector{10});
+        ::DestroyWindow(list);
+    }
 }
 
 // ---------------------------------------------------------------- scrolling
@@ -342,49 +349,6 @@ TEST_P(ListBoxInput, MultipleSelectionOnlyTellsOfKeys) {
     EXPECT_EQ(Marked(), std::vector{4});
     EXPECT_EQ(Current(), -1);
     EXPECT_EQ(Told(), Codes(4, LBN_SELCHANGE));
-}
-
-// ---------------------------------------------------------------- real input
-
-TEST_P(ListBoxInput, RealClicksAndKeysTellTheParentInThisOrder) {
-    MakeList(WS_VSCROLL, 20);
-    ASSERT_TRUE(BringToFront(Parent()));
-    ::SetFocus(Parent());
-    Told();
-    ClickMouse(list, RowPoint(2));
-    EXPECT_TRUE(PumpUntil([&] { return Current() == 2; }));
-    PressKey(VK_DOWN);
-    ReleaseKey(VK_DOWN);
-    PressKey(VK_HOME);
-    ReleaseKey(VK_HOME);
-    PressKey(VK_UP);
-    ReleaseKey(VK_UP);
-    EXPECT_TRUE(PumpUntil([&] { return Parent().log.Count(WM_COMMAND) >= 4; }));
-    ::SetFocus(Parent());
-    EXPECT_EQ(Current(), 2);
-    EXPECT_EQ(Told(), (Codes{LBN_SETFOCUS, LBN_SELCHANGE, LBN_SELCHANGE, LBN_SELCHANGE, LBN_KILLFOCUS}));
-    ParkMouse();
-}
-
-TEST_P(ListBoxInput, RealDoubleClickTellsReleaseDoubleClickRelease) {
-    MakeFocused(0, 5);
-    DoubleClickMouse(list, RowPoint(1));
-    EXPECT_TRUE(PumpUntil([&] { return Parent().log.Count(WM_COMMAND) >= 3; }));
-    EXPECT_EQ(Told(), (Codes{LBN_SELCHANGE, LBN_DBLCLK, LBN_SELCHANGE}));
-    EXPECT_EQ(Current(), 1);
-    ParkMouse();
-}
-
-TEST_P(ListBoxInput, RealPressOfTheBarsArrowScrolls) {
-    MakeFocused(WS_VSCROLL, 20);
-    RECT bar;
-    ::GetClientRect(Bar(), &bar);
-    ClickMouse(Bar(), {bar.right / 2, bar.bottom - 5});
-    EXPECT_TRUE(PumpUntil([&] { return Top() == 1; }));
-    EXPECT_EQ(Pos(), 1);
-    EXPECT_EQ(Told(), Codes{});
-    EXPECT_EQ(::GetFocus(), list);
-    ParkMouse();
 }
 
 }  // namespace

@@ -52,6 +52,27 @@ protected:
     static constexpr RECT kAtLeftEdge{0, 30, 120, 90};
     static constexpr RECT kEdgeToEdge{0, 30, 400, 90};
 
+    /* By the functions of the world's character set, whose texts are of the ANSI code page. */
+    static bool IsUnicode() { return GetParam().charset == Charset::Unicode; }
+    static std::string TextOf(HWND window) {
+        if (!IsUnicode()) {
+            std::string text(static_cast<std::size_t>(::GetWindowTextLengthA(window)) + 1, '?');
+            text.resize(static_cast<std::size_t>(
+                ::GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+            return text;
+        }
+        std::wstring wide(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'?');
+        wide.resize(
+            static_cast<std::size_t>(::GetWindowTextW(window, wide.data(), static_cast<int>(wide.size()))));
+        return {wide.begin(), wide.end()};
+    }
+    static LRESULT SetText(HWND window, const std::string& text) {
+        if (!IsUnicode())
+            return ::SendMessageA(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        const std::wstring wide(text.begin(), text.end());
+        return ::SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+    }
+
     static RECT PlaceIn(HWND parent, HWND window) {
         RECT place;
         ::GetWindowRect(window, &place);

@@ -27,6 +27,14 @@ inline const auto kControlWorlds = testing::Values(
     ControlWorld{ControlsVersion::V5, Charset::Ansi}, ControlWorld{ControlsVersion::V5, Charset::Unicode},
     ControlWorld{ControlsVersion::V6, Charset::Ansi}, ControlWorld{ControlsVersion::V6, Charset::Unicode});
 
+/* For long runs: the one world that goes all the way, and numbers that tell the worlds apart. */
+inline bool IsFullWorld(const ControlWorld& world) {
+    return world.controls == ControlsVersion::V6 && world.charset == Charset::Unicode;
+}
+inline unsigned WorldOf(const ControlWorld& world) {
+    return (world.controls == ControlsVersion::V6 ? 2u : 0u) + (world.charset == Charset::Unicode ? 1u : 0u);
+}
+
 /* A skinned thread with a parent that records, in one of the four worlds. */
 class ControlTest : public testing::TestWithParam<ControlWorld> {
 protected:

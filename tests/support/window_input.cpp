@@ -9,10 +9,11 @@ namespace {
 
 constexpr DWORD kSettle = 30;
 
-void SendMouse(DWORD flags) {
+void SendMouse(DWORD flags, int data = 0) {
     INPUT input{};
     input.type = INPUT_MOUSE;
     input.mi.dwFlags = flags;
+    input.mi.mouseData = static_cast<DWORD>(data);
     EXPECT_EQ(::SendInput(1, &input, sizeof input), 1u);
 }
 
@@ -113,6 +114,11 @@ void DoubleClickMouse(HWND window, POINT at) {
 void ParkMouse() {
     // Over a window of another process, the desktop's too, the pointer's place would be reported late.
     MoveMouse(ParkingPlace(), {20, 20});
+}
+
+void TurnWheel(int delta) {
+    SendMouse(MOUSEEVENTF_WHEEL, delta);
+    PumpMessages(2 * kSettle);
 }
 
 void PressKey(WORD virtualKey) { Key(virtualKey, true); }

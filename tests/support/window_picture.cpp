@@ -79,6 +79,19 @@ Picture RepaintedClient(HWND window) {
     return PictureOfClient(window);
 }
 
+void SpoilClient(HWND window, COLORREF colour) {
+    RepaintedClient(window);
+    PumpMessages();
+    RECT client;
+    ::GetClientRect(window, &client);
+    HDC dc = ::GetDC(window);
+    HBRUSH brush = ::CreateSolidBrush(colour);
+    ::FillRect(dc, &client, brush);
+    ::DeleteObject(brush);
+    ::ReleaseDC(window, dc);
+    ::ValidateRect(window, nullptr);
+}
+
 Canvas::Canvas(int width, int height, COLORREF colour) : m_width(width), m_height(height) {
     void* bits = nullptr;
     m_dc = ::CreateCompatibleDC(nullptr);

@@ -172,6 +172,14 @@ LRESULT CALLBACK ClassSpy::Procedure(HWND window, UINT message, WPARAM wParam, L
     return ::CallWindowProcW(former, window, message, wParam, lParam);
 }
 
+SCROLLINFO ScrollInfoOf(HWND bar) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    ::SendMessageA(bar, SBM_GETSCROLLINFO, 0, reinterpret_cast<LPARAM>(&info));
+    return info;
+}
+
 void PumpMessages(DWORD milliseconds) {
     PumpUntil([] { return false; }, milliseconds);
 }

@@ -116,6 +116,9 @@ private:
     WNDPROC m_former;
 };
 
+/* Range, page and both positions of a window that works as a scroll bar. */
+SCROLLINFO ScrollInfoOf(HWND bar);
+
 /* Dispatches what is in the thread's queue until the time is over. */
 void PumpMessages(DWORD milliseconds = 20);
 /* Dispatches until the condition holds; false if it doesn't within the time. */
@@ -139,6 +142,11 @@ Picture PictureOfClient(HWND window);
 Picture PictureOfWindow(HWND window);
 /* Repaints the window whole, and then the same. */
 Picture RepaintedClient(HWND window);
+/*
+ * Has everything painted that may wait for it, and lays one colour over the client area, of which
+ * the window learns nothing: what is painted from then on can be told.
+ */
+void SpoilClient(HWND window, COLORREF colour);
 
 /* A memory context with a 32-bit bitmap, filled with one colour. */
 class Canvas {
@@ -177,6 +185,8 @@ void DoubleClickMouse(HWND window, POINT at);
  * the first call and stays; no test should put a window there.
  */
 void ParkMouse();
+/* By the wheel's own units, of which a notch has WHEEL_DELTA. */
+void TurnWheel(int delta);
 void PressKey(WORD virtualKey);
 void ReleaseKey(WORD virtualKey);
 
