@@ -460,13 +460,14 @@ TEST_P(HeaderSkin, ParentMayBeDestroyedWhileItIsAskedForATextToPaint) {
     EXPECT_FALSE(IsSkinned(header));
 }
 
-TEST_P(HeaderSkin, TextOfTenThousandCharactersEndsInAnEllipsis) {
-    const std::string text(10'000, 'W');
-    Make({{100, HDF_STRING, text}, {100, HDF_STRING, "Next"}});
-    // No more than the buffer takes is read.
-    m_columns[0].text = text.substr(0, 99);
+// No more of it is read than a buffer takes, which in a wide column ends before the column does.
+TEST_P(HeaderSkin, OfTenThousandCharactersNinetyNineAreRead) {
+    const std::string wide(10'000, 'W'), narrow(10'000, 'i');
+    Make({{60, HDF_STRING, wide}, {kWidth, HDF_STRING, narrow}});
+    m_columns[0].text = wide.substr(0, 99);
+    m_columns[1].text = narrow.substr(0, 99);
     EXPECT_EQ(Shown(), Model());
-    m_columns[0].text = "";
+    m_columns[1].text = narrow.substr(0, 98);
     EXPECT_NE(Shown(), Model());
 }
 
