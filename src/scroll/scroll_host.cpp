@@ -30,21 +30,37 @@ struct HostRecord : SCROLLHOST {
 // Guards the array and the records in it. Objects of bars are deleted only after their record has
 // left the array, so whoever holds the lock may read their handles.
 tavix::SrwLock g_lock;
-// How many hosts have a handle of that hash. Most calls come for windows that are no hosts, and
-// see here, without a lock, that they aren't.
+// How many hosts have a handle of one hash, and which it is where that is known: where it is the only one
+// that came. Most calls come for windows that are no hosts, and see here, without a lock, that they aren't.
+struct HostsOfHash {
+    std::atomic<unsigned> count;
+    std::atomic<HWND> only;
+};
 constexpr std::size_t kHashes = 1024;
-std::atomic<unsigned> g_hashCounts[kHashes];
+HostsOfHash g_hashes[kHashes];
 
-std::atomic<unsigned>& CountOf(HWND window) {
+HostsOfHash& HashOf(HWND window) {
     const auto value = reinterpret_cast<std::uintptr_t>(window);
     // Handles are even numbers, and differ in their low words first.
-    return g_hashCounts[(value >> 1 ^ value >> 11) % kHashes];
+    return g_hashes[(value >> 1 ^ value >> 11) % kHashes];
+}
+
+// Under the lock.
+void CountHost(HWND window) {
+    HostsOfHash& hash = HashOf(window);
+    hash.only = hash.count == 0 ? window : nullptr;
+    ++hash.count;
+}
+
+void UncountHost(HWND window) {
+    HostsOfHash& hash = HashOf(window);
+    if (--hash.count == 0) hash.only = nullptr;
 }
 
 // Replaced functions may be called while the process ends, when the array is gone.
 struct EndOfHosts {
     ~EndOfHosts() {
-        for (auto& count : g_hashCounts) count = 0;
+        for (HostsOfHash& hash : g_hashes) hash.count = 0;
     }
 } g_endOfHosts;
 
@@ -155,7 +171,7 @@ int IndexOf(HWND window) {
 HostRecord* TakeOut(int index) {
     auto* record = static_cast<HostRecord*>(m_arrScrollHosts[index]);
     m_arrScrollHosts.RemoveAt(index);
-    if (record) --CountOf(record->m_hWnd);
+    if (record) UncountHost(record->m_hWnd);
     return record;
 }
 
@@ -320,7 +336,7 @@ int InstallScrollHost(HWND window) try {
     {
         const tavix::SrwLock::Exclusive guard(g_lock);
         m_arrScrollHosts.Add(record);
-        ++CountOf(window);
+        CountHost(window);
     }
     return 1;
 } catch (const std::bad_alloc&) {
@@ -384,7 +400,12 @@ void LayoutHost(HWND host, std::optional<int> horizontal, std::optional<int> ver
     LayoutFound([host] { return IndexOf(host); }, horizontal, vertical, CRect());
 }
 
-bool MayBeHost(HWND window) { return CountOf(window).load(std::memory_order_relaxed) != 0; }
+bool MayBeHost(HWND window) {
+    const HostsOfHash& hash = HashOf(window);
+    if (hash.count.load(std::memory_order_relaxed) == 0) return false;
+    const HWND only = hash.only.load(std::memory_order_relaxed);
+    return !only || only == window;
+}
 
 std::optional<HostBars> FindHostBars(HWND window, int bar) {
     if (bar == SB_CTL || !MayBeHost(window)) return std::nullopt;

@@ -202,10 +202,15 @@ ScrollBarRects CSkinScrollBar::Rects() const {
 
 ScrollBarPart CSkinScrollBar::HitTest(const POINT& point) const { return tavix::HitTest(Rects(), point); }
 
-int CSkinScrollBar::SetPage(int page) {
+int CSkinScrollBar::TakePage(int page) {
     ScrollBarValues values = Values();
     const int result = tavix::SetPage(values, Length(), page);
     Take(values);
+    return result;
+}
+
+int CSkinScrollBar::SetPage(int page) {
+    const int result = TakePage(page);
     if (m_hWnd) static_cast<void>(RepaintNow());
     return result;
 }
@@ -266,9 +271,15 @@ LRESULT CSkinScrollBar::OnSetScrollInfo(WPARAM wParam, LPARAM lParam) {
     // A copy: what paints may be the host's code, and the structure is the host's.
     const SCROLLINFO info = *reinterpret_cast<const SCROLLINFO*>(lParam);
     const Presence present(*this);
-    if (info.fMask & SIF_RANGE) SetRange(info.nMin, info.nMax, wParam != 0);
-    if (!present) return 0;
-    if (info.fMask & SIF_PAGE) SetPage(static_cast<int>(info.nPage));
+    if (info.fMask & SIF_RANGE) SetRange(info.nMin, info.nMax, FALSE);
+    // A new page is always painted. With a redraw that is what ends the call, once for all that is new.
+    if (info.fMask & SIF_PAGE) {
+        const int page = static_cast<int>(info.nPage);
+        if (wParam)
+            TakePage(page);
+        else
+            SetPage(page);
+    }
     if (!present) return 0;
     if (info.fMask & SIF_POS) {
         SetPos(info.nPos);

@@ -57,6 +57,8 @@ public:
 
     /* The thumb's length follows the page. The result is the page, or -1 for a negative one. */
     int SetPage(int page);
+    /* The same without the painting. */
+    int TakePage(int page);
     void SetPos(int pos);
     void SetRange(int min, int max, BOOL redraw);
     int TrackLength() const;
