@@ -183,11 +183,15 @@ TEST_P(BarMessage, SetScrollInfoRepaintsAtOnceOnlyIfAsked) {
         ::SendMessageA(bar->m_hWnd, SBM_SETSCROLLINFO, redraw, reinterpret_cast<LPARAM>(&info));
     };
     EXPECT_EQ(Paintings([&] { set(FALSE); }), 0);
-    EXPECT_GE(Paintings([&] { set(TRUE); }), 1);
+    EXPECT_EQ(Paintings([&] { set(TRUE); }), 1);
     // A page is shown at once in any case.
     info.fMask = SIF_PAGE;
     info.nPage = 20;
     EXPECT_EQ(Paintings([&] { set(FALSE); }), 1);
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMax = 300;
+    info.nPage = 30;
+    EXPECT_EQ(Paintings([&] { set(TRUE); }), 1) << "all that is new at once";
 }
 
 TEST_P(BarMessage, HostileValuesAreSafe) {

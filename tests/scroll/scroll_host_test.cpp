@@ -6,6 +6,7 @@
 #include <climits>
 #include <thread>
 #include <tuple>
+#include <vector>
 
 #include "engine/quiet_skins.h"
 #include "host_fixture.h"
@@ -209,6 +210,25 @@ TEST_F(ScrollHost, IsFoundByItsHandle) {
     EXPECT_FALSE(tavix::FindHostBars(host, SB_VERT));
     EXPECT_FALSE(tavix::FindHostBars(second, SB_CTL));
     EXPECT_TRUE(tavix::FindHostBars(second, SB_VERT));
+}
+
+// More hosts than a quick look can tell apart, of which every third goes again.
+TEST_F(ScrollHost, IsFoundAmongHundreds) {
+    constexpr int kWindows = 300;
+    std::vector<HWND> windows;
+    for (int i = 0; i < kWindows; ++i) {
+        windows.push_back(Child());
+        if (i % 2 == 0) ASSERT_EQ(::InstallScrollHost(windows.back()), 1);
+    }
+    for (int i = 0; i < kWindows; i += 6)
+        ASSERT_EQ(::RemoveScrollHost(windows[static_cast<std::size_t>(i)]), 1);
+    for (int i = 0; i < kWindows; ++i) {
+        SCOPED_TRACE(i);
+        HWND window = windows[static_cast<std::size_t>(i)];
+        const bool isHost = i % 2 == 0 && i % 6 != 0;
+        EXPECT_EQ(tavix::FindHostBars(window, SB_VERT).has_value(), isHost);
+        EXPECT_TRUE(!isHost || tavix::MayBeHost(window));
+    }
 }
 
 TEST_F(ScrollHost, GoesAtTheNextLookUpAfterItsWindow) {
