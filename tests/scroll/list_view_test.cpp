@@ -251,12 +251,17 @@ TEST_P(ForeignView, IsAHostAndAlwaysFramed) {
     EXPECT_EQ(picture.At(picture.width - 1, picture.height - 1), kBottomRight);
 }
 
+// Both bars are wanted from then on.
+SCROLLHOST GiveBothBars(HWND view) {
+    const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
+    for (int bar : {SB_HORZ, SB_VERT}) Client().SetScrollInfo(view, bar, &info, TRUE);
+    return RecordOf(view);
+}
+
 // It is made a host twice: before it gets its skin, and by the skin.
 TEST_P(ForeignView, HasItsBarsAboveIt) {
     Pane view(m_parent, GetParam());
-    const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
-    for (int bar : {SB_HORZ, SB_VERT}) Client().SetScrollInfo(view, bar, &info, TRUE);
-    const SCROLLHOST host = RecordOf(view);
+    const SCROLLHOST host = GiveBothBars(view);
     std::vector<HWND> order;
     for (HWND w = ::GetTopWindow(m_parent); w; w = ::GetWindow(w, GW_HWNDNEXT)) order.push_back(w);
     EXPECT_EQ(order, (std::vector<HWND>{host.m_pStub->m_hWnd, host.m_pHorzBar->m_hWnd,
@@ -296,9 +301,7 @@ TEST_P(ForeignView, IsCreatedWhateverItAnswers) {
 
 TEST_P(ForeignView, HearsThatItIsShownAfterItsBarsHaveFollowed) {
     Pane view(m_parent, GetParam());
-    const SCROLLINFO info = MakeInfo(SIF_ALL, 0, 100, 10, 5);
-    for (int bar : {SB_HORZ, SB_VERT}) Client().SetScrollInfo(view, bar, &info, TRUE);
-    const SCROLLHOST host = RecordOf(view);
+    const SCROLLHOST host = GiveBothBars(view);
     std::vector<bool> heard;
     view.handler = [&](const Received& sent) -> std::optional<LRESULT> {
         if (sent.message == WM_SHOWWINDOW)
